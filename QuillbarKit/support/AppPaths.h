@@ -1,0 +1,14 @@
+#pragma once
+
+#include <QString>
+
+namespace AppPaths
+{
+/// The per-user data directory, "Quillbar" under $XDG_DATA_HOME (or ~/.local/share). It is made with its
+/// parents and mode 0700 when missing, and narrowed to 0700 when an older one is wider. A failure to make it
+/// is swallowed; the path is returned all the same.
+QString supportDirectory();
+
+/// "Quillbar" under $XDG_CONFIG_HOME (or ~/.config), in the same way.
+QString configDirectory();
+} // namespace AppPaths

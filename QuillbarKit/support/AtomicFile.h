@@ -1,0 +1,14 @@
+#pragma once
+
+#include <QByteArrayView>
+#include <QString>
+
+namespace AtomicFile
+{
+/// Replaces the file at `path` by `bytes`, whole or not at all, at whatever instant the process or the power
+/// dies: a temporary file of mode 0600 in the same folder, written, synced, renamed over the old one, and the
+/// folder synced. The new file has mode 0600 whatever the umask and the old file's mode. When it returns
+/// false the old file stands as it was and no temporary file is left. Symbolic links at `path` are followed,
+/// so that a user may keep the file elsewhere. Any thread, but not two at once for one path.
+[[nodiscard]] bool write(const QString& path, QByteArrayView bytes);
+} // namespace AtomicFile

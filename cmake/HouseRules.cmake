@@ -1,0 +1,18 @@
+# What every target of ours is compiled with. Link house_rules privately.
+add_library(house_rules INTERFACE)
+target_compile_definitions(house_rules INTERFACE
+  QT_NO_CAST_FROM_ASCII
+  QT_NO_CAST_TO_ASCII
+  QT_NO_CAST_FROM_BYTEARRAY
+  QT_NO_URL_CAST_FROM_STRING
+  QT_NO_KEYWORDS
+  QT_NO_FOREACH
+  QT_NO_CONTEXTLESS_CONNECT
+  QT_NO_NARROWING_CONVERSIONS_IN_CONNECT
+  QT_STRICT_ITERATORS)
+target_compile_options(house_rules INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Werror)
+
+if(QUILLBAR_SANITIZE)
+  add_compile_options(-fsanitize=${QUILLBAR_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
+  add_link_options(-fsanitize=${QUILLBAR_SANITIZE})
+endif()
