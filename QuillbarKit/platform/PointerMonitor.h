@@ -1,0 +1,32 @@
+#pragma once
+
+#include "support/ScreenRect.h"
+
+#include <functional>
+#include <memory>
+#include <optional>
+
+/// Tells where the pointer is and when it moves, with or without a button held. Main thread only.
+class PointerMonitor
+{
+public:
+    /// Keeps a monitor installed; destroying it removes the monitor.
+    class Token
+    {
+    public:
+        virtual ~Token() = default;
+    };
+
+    virtual ~PointerMonitor() = default;
+
+    /// The pointer's present place, or none while it can't be known (it is over a window of another display
+    /// protocol, or the display is gone).
+    virtual std::optional<ScreenPoint> mouseLocation() const = 0;
+
+    /// Calls `handler` when the pointer has moved over other programs' windows. Movements closer together
+    /// than a frame are reported once. None when the platform can't watch them.
+    virtual std::unique_ptr<Token> addGlobalMonitor(std::function<void()> handler) = 0;
+
+    /// The same for movements that this program's own windows receive.
+    virtual std::unique_ptr<Token> addLocalMonitor(std::function<void()> handler) = 0;
+};
