@@ -4,6 +4,7 @@
 #include "shell/NotchShapeItem.h"
 
 #include <QEasingCurve>
+#include <QQmlListReference>
 
 #include <cmath>
 
@@ -89,8 +90,9 @@ QRegion NotchPanel::drawnPixels() const
     // The view lists the items that something is drawn in.
     const double scale = effectiveDevicePixelRatio();
     QRegion pixels;
-    const auto drawn = m_contentView->property("drawnItems").value<QList<QQuickItem*>>();
-    for (const auto* item : drawn) {
+    const QQmlListReference drawn(m_contentView, "drawnItems");
+    for (qsizetype i = 0; i < drawn.count(); ++i) {
+        const auto* item = qobject_cast<const QQuickItem*>(drawn.at(i));
         const auto rect = item->mapRectToScene(QRectF({}, item->size()));
         if (const auto* shape = qobject_cast<const NotchShapeItem*>(item))
             pixels += shape->shape().pixels(rect, scale);
