@@ -30,12 +30,18 @@ QString homeDirectory()
     return user ? QFile::decodeName(user->pw_dir) : QDir::rootPath();
 }
 
-/// Makes `path` and its missing parents with mode 0700, whatever the umask.
-void makeFolders(const QString& path)
+void makeFolder(const QString& path)
+{
+    const QByteArray bytes = QFile::encodeName(path);
+    if (mkdir(bytes.constData(), ownerOnly) == 0)
+        chmod(bytes.constData(), ownerOnly); // A umask may have taken rights of ours.
+}
+
+void makeFolderAndParents(const QString& path)
 {
     for (qsizetype end = path.indexOf(u'/', 1); end >= 0; end = path.indexOf(u'/', end + 1))
-        mkdir(QFile::encodeName(path.left(end)).constData(), ownerOnly);
-    mkdir(QFile::encodeName(path).constData(), ownerOnly);
+        makeFolder(path.left(end));
+    makeFolder(path);
 }
 
 /// Takes the rights of everybody else off the folder.
@@ -50,13 +56,13 @@ void narrow(const QString& path)
     close(folder);
 }
 
-QString ownFolder(const char* baseVariable, QStringView defaultBase)
+QString ownFolder(const char* baseVariable, const QString& defaultBase)
 {
     QString base = absolutePath(baseVariable);
     if (base.isEmpty())
         base = homeDirectory() + defaultBase;
     const QString path = QDir::cleanPath(base + QStringLiteral("/Quillbar"));
-    makeFolders(path);
+    makeFolderAndParents(path);
     narrow(path);
     return path;
 }
@@ -64,10 +70,10 @@ QString ownFolder(const char* baseVariable, QStringView defaultBase)
 
 QString AppPaths::supportDirectory()
 {
-    return ownFolder("XDG_DATA_HOME", u"/.local/share");
+    return ownFolder("XDG_DATA_HOME", QStringLiteral("/.local/share"));
 }
 
 QString AppPaths::configDirectory()
 {
-    return ownFolder("XDG_CONFIG_HOME", u"/.config");
+    return ownFolder("XDG_CONFIG_HOME", QStringLiteral("/.config"));
 }
