@@ -12,6 +12,12 @@ ThreadSerialQueue::ThreadSerialQueue(QString label)
 ThreadSerialQueue::~ThreadSerialQueue()
 {
     m_thread.request_stop();
+    std::deque<std::function<void()>> dropped;
+    {
+        const std::lock_guard lock(m_mutex);
+        dropped.swap(m_work);
+    }
+    dropped.clear();
     m_thread.join();
 }
 
