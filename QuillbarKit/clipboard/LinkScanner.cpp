@@ -58,13 +58,13 @@ void LinkScanner::scanToken(Span token)
     }
 }
 
-/// A run neither begins with a dot nor holds two in a row: "wait...example.com" are two runs.
-qsizetype LinkScanner::runEnd(qsizetype from) const
+/// Neither begins with a dot nor holds two in a row: "wait...example.com" are two names.
+qsizetype LinkScanner::nameEnd(qsizetype from, std::u16string_view others) const
 {
     qsizetype at = from;
     while (at < m_tokenEnd) {
         const char16_t unit = unitAt(at);
-        if (unit == u'.' ? at > from && unitBefore(at) != u'.' : isOneOf(unit, u"+%"))
+        if (unit == u'.' ? at > from && unitBefore(at) != u'.' : isOneOf(unit, others))
             ++at;
         else if (const qsizetype length = labelLength(m_text.first(m_tokenEnd), at))
             at += length;
@@ -72,6 +72,11 @@ qsizetype LinkScanner::runEnd(qsizetype from) const
             break;
     }
     return at;
+}
+
+qsizetype LinkScanner::runEnd(qsizetype from) const
+{
+    return nameEnd(from, u"+%");
 }
 
 qsizetype LinkScanner::scanRun(Span run)
@@ -181,18 +186,10 @@ std::optional<qsizetype> LinkScanner::authorityEnd(qsizetype from) const
     return unitAt(end) == u'.' && unitAt(end + 1) == u'/' ? end + 1 : end;
 }
 
-/// What stands before a host's end is never "-", "_" or ".", which are left to the text around it.
+/// A "-", "_" or "." at the end is left to the text around the host.
 qsizetype LinkScanner::hostEnd(qsizetype from) const
 {
-    qsizetype at = from;
-    while (at < m_tokenEnd) {
-        if (unitAt(at) == u'.' && at > from && unitBefore(at) != u'.')
-            ++at;
-        else if (const qsizetype length = labelLength(m_text.first(m_tokenEnd), at))
-            at += length;
-        else
-            break;
-    }
+    qsizetype at = nameEnd(from, {});
     while (at > from && isOneOf(unitBefore(at), u"-_."))
         --at;
     return at;

@@ -3,6 +3,7 @@
 #include "clipboard/LinkDetector.h"
 
 #include <optional>
+#include <string_view>
 
 class PublicSuffixes;
 
@@ -30,6 +31,8 @@ private:
     };
 
     void scanToken(Span token);
+    /// End of the labels, dots and `others` at `from`.
+    qsizetype nameEnd(qsizetype from, std::u16string_view others) const;
     qsizetype runEnd(qsizetype from) const;
     /// Where to go on after the run.
     qsizetype scanRun(Span run);
