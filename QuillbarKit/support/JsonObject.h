@@ -33,7 +33,7 @@ template <typename T>
 std::optional<T> decode(const QByteArray& text);
 
 /// The text that decode<T>() reads back. JSON has no infinities and no NaN: they become null, which is no
-/// double. Unpaired surrogates in a string become replacement characters.
+/// double. Unpaired surrogates in a string become question marks.
 template <typename T>
 QByteArray encode(const T& value);
 } // namespace JsonObject

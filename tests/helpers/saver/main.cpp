@@ -44,9 +44,9 @@ int loop(const QString& path)
     while (true) {
         std::printf("%lld\n", static_cast<long long>(count));
         std::fflush(stdout);
-        defaults.set(QStringLiteral("count"), ++count);
-        if (count % 4 == 1)
+        if (count % 4 == 0)
             defaults.set(QStringLiteral("padding"), QStringList(count % 1000, QStringLiteral("padding")));
+        defaults.set(QStringLiteral("count"), ++count);
     }
 }
 

@@ -71,7 +71,7 @@ TEST(JsonObjectTest, AnUnpairedSurrogateIsReplacedAndTheTextStaysValid)
 {
     const QByteArray text = JsonObject::encode(QString(QChar(0xD800)) + u'x');
     EXPECT_TRUE(QByteArrayView(text).isValidUtf8());
-    EXPECT_EQ(JsonObject::decode<QString>(text), QString(QChar::ReplacementCharacter) + u'x');
+    EXPECT_EQ(JsonObject::decode<QString>(text), QStringLiteral("?x"));
 }
 
 TEST(JsonObjectTest, UnknownValuesKeepTheirSpelling)
