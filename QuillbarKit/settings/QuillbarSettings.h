@@ -29,11 +29,8 @@ class QuillbarSettings : public QObject
     /// The colour that accentColorHex writes, for the views.
     Q_PROPERTY(QColor accentColor READ accentQColor NOTIFY accentColorHexChanged)
 
-    template <typename T>
-    using OrDefault = Setting::OrDefault<T>;
-
 public:
-    /// Every module that the program has ever known and still has, in the order that a new user finds.
+    /// The ids of all modules, in the order that a new user finds.
     static const QStringList& allModuleIDs();
     /// The V key, as the platform's virtual key code.
     static constexpr int defaultClipboardHotKeyCode = 9;
@@ -84,49 +81,51 @@ private:
     UserDefaults& m_defaults;
 
     QUILLBAR_SETTING(Settings::ModuleSwitchMode, moduleSwitchMode, setModuleSwitchMode,
-                     OrDefault(Settings::ModuleSwitchMode::Click));
-    QUILLBAR_SETTING(bool, mirrorHoverEnabled, setMirrorHoverEnabled, OrDefault(false));
+                     Setting::orDefault(Settings::ModuleSwitchMode::Click));
+    QUILLBAR_SETTING(bool, mirrorHoverEnabled, setMirrorHoverEnabled, Setting::orDefault(false));
     QUILLBAR_SETTING(Settings::DropSource, dropSource, setDropSource,
-                     OrDefault(Settings::DropSource::Recent));
+                     Setting::orDefault(Settings::DropSource::Recent));
     /// Empty for the user's desktop.
-    QUILLBAR_SETTING(QString, selfieSaveFolderPath, setSelfieSaveFolderPath, OrDefault(QString()));
-    QUILLBAR_SETTING(bool, calendarShowUpcomingWhenEmpty, setCalendarShowUpcomingWhenEmpty, OrDefault(true));
+    QUILLBAR_SETTING(QString, selfieSaveFolderPath, setSelfieSaveFolderPath, Setting::orDefault(QString()));
+    QUILLBAR_SETTING(bool, calendarShowUpcomingWhenEmpty, setCalendarShowUpcomingWhenEmpty,
+                     Setting::orDefault(true));
     QUILLBAR_SETTING(Settings::MediaArtPosition, mediaArtPosition, setMediaArtPosition,
-                     OrDefault(Settings::MediaArtPosition::Left));
+                     Setting::orDefault(Settings::MediaArtPosition::Left));
     QUILLBAR_SETTING(Settings::MediaArtSize, mediaArtSize, setMediaArtSize,
-                     OrDefault(Settings::MediaArtSize::Medium));
+                     Setting::orDefault(Settings::MediaArtSize::Medium));
     QUILLBAR_SETTING(Settings::VitalsStyle, vitalsStyle, setVitalsStyle,
-                     OrDefault(Settings::VitalsStyle::Gauges));
+                     Setting::orDefault(Settings::VitalsStyle::Gauges));
     QUILLBAR_SETTING(Settings::ShelfViewMode, shelfViewMode, setShelfViewMode,
-                     OrDefault(Settings::ShelfViewMode::List));
-    QUILLBAR_SETTING(bool, calendarMeetingCountdown, setCalendarMeetingCountdown, OrDefault(true));
-    QUILLBAR_SETTING(bool, timerSoundEnabled, setTimerSoundEnabled, OrDefault(true));
+                     Setting::orDefault(Settings::ShelfViewMode::List));
+    QUILLBAR_SETTING(bool, calendarMeetingCountdown, setCalendarMeetingCountdown, Setting::orDefault(true));
+    QUILLBAR_SETTING(bool, timerSoundEnabled, setTimerSoundEnabled, Setting::orDefault(true));
     /// In minutes.
     QUILLBAR_SETTING(QList<int>, timerPresets, setTimerPresets, atLeastOnePreset);
     /// In minutes; whoever counts with it sees to its range.
-    QUILLBAR_SETTING(int, pomodoroWork, setPomodoroWork, OrDefault(25));
+    QUILLBAR_SETTING(int, pomodoroWork, setPomodoroWork, Setting::orDefault(25));
     /// In minutes, likewise.
-    QUILLBAR_SETTING(int, pomodoroBreak, setPomodoroBreak, OrDefault(5));
-    QUILLBAR_SETTING(bool, clipboardEnabled, setClipboardEnabled, OrDefault(true));
-    QUILLBAR_SETTING(bool, clipboardHotkeyEnabled, setClipboardHotkeyEnabled, OrDefault(true));
-    QUILLBAR_SETTING(int, clipboardHotKeyCode, setClipboardHotKeyCode, OrDefault(defaultClipboardHotKeyCode));
+    QUILLBAR_SETTING(int, pomodoroBreak, setPomodoroBreak, Setting::orDefault(5));
+    QUILLBAR_SETTING(bool, clipboardEnabled, setClipboardEnabled, Setting::orDefault(true));
+    QUILLBAR_SETTING(bool, clipboardHotkeyEnabled, setClipboardHotkeyEnabled, Setting::orDefault(true));
+    QUILLBAR_SETTING(int, clipboardHotKeyCode, setClipboardHotKeyCode,
+                     Setting::orDefault(defaultClipboardHotKeyCode));
     QUILLBAR_SETTING(int, clipboardHotKeyModifiers, setClipboardHotKeyModifiers,
-                     OrDefault(defaultClipboardHotKeyModifiers));
+                     Setting::orDefault(defaultClipboardHotKeyModifiers));
     QUILLBAR_SETTING(QStringList, clipboardExcludedBundleIDs, setClipboardExcludedBundleIDs,
-                     OrDefault(QStringList()));
+                     Setting::orDefault(QStringList()));
     /// Without an order; moduleOrder has that.
     QUILLBAR_SETTING(QStringList, enabledModuleIDs, setEnabledModuleIDs, atLeastThreeModules);
     QUILLBAR_SETTING(QStringList, moduleOrder, setModuleOrder, migrateModuleOrder);
-    QUILLBAR_SETTING(bool, pasteAsPlainByDefault, setPasteAsPlainByDefault, OrDefault(false));
-    QUILLBAR_SETTING(bool, autoPasteEnabled, setAutoPasteEnabled, OrDefault(false));
-    QUILLBAR_SETTING(bool, iCloudSyncEnabled, setICloudSyncEnabled, OrDefault(false));
+    QUILLBAR_SETTING(bool, pasteAsPlainByDefault, setPasteAsPlainByDefault, Setting::orDefault(false));
+    QUILLBAR_SETTING(bool, autoPasteEnabled, setAutoPasteEnabled, Setting::orDefault(false));
+    QUILLBAR_SETTING(bool, iCloudSyncEnabled, setICloudSyncEnabled, Setting::orDefault(false));
     /// As the user typed it, perhaps no colour at all.
-    QUILLBAR_SETTING(QString, accentColorHex, setAccentColorHex, OrDefault(defaultAccentColorHex()));
-    QUILLBAR_SETTING(bool, lyricsEnabled, setLyricsEnabled, OrDefault(false));
+    QUILLBAR_SETTING(QString, accentColorHex, setAccentColorHex, Setting::orDefault(defaultAccentColorHex()));
+    QUILLBAR_SETTING(bool, lyricsEnabled, setLyricsEnabled, Setting::orDefault(false));
     /// From 0 to 1.
-    QUILLBAR_SETTING(double, lyricsBackgroundOpacity, setLyricsBackgroundOpacity, OrDefault(1.0));
-    QUILLBAR_SETTING(bool, notchFrameEnabled, setNotchFrameEnabled, OrDefault(false));
-    QUILLBAR_SETTING(bool, notchGlass, setNotchGlass, OrDefault(false));
+    QUILLBAR_SETTING(double, lyricsBackgroundOpacity, setLyricsBackgroundOpacity, Setting::orDefault(1.0));
+    QUILLBAR_SETTING(bool, notchFrameEnabled, setNotchFrameEnabled, Setting::orDefault(false));
+    QUILLBAR_SETTING(bool, notchGlass, setNotchGlass, Setting::orDefault(false));
 
     /// From 5 to 100.
     QUILLBAR_SETTING_WITH_SETTER(int, clipboardMaxItems, setClipboardMaxItems, clampedMaxItems);

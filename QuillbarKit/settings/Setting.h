@@ -4,6 +4,7 @@
 #include "support/UserDefaults.h"
 
 #include <algorithm>
+#include <iterator>
 #include <limits>
 #include <optional>
 #include <type_traits>
@@ -40,15 +41,10 @@ private:                                                                        
 namespace Setting {
 /// The usual rule for loading: the value itself, or the default where nothing of its type is stored.
 template <typename T>
-class OrDefault
+auto orDefault(T value)
 {
-public:
-    explicit OrDefault(T value) : m_default(std::move(value)) {}
-    T operator()(const std::optional<T>& stored) const { return stored.value_or(m_default); }
-
-private:
-    const T m_default;
-};
+    return [value = std::move(value)](const std::optional<T>& stored) { return stored.value_or(value); };
+}
 
 /// The store's integers are wider: what does not fit becomes the nearest that does.
 inline int toInt(qint64 value)
