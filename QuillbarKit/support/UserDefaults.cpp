@@ -11,7 +11,7 @@
 
 namespace {
 /// Far beyond what preferences come to; a larger file is not one of ours.
-constexpr qint64 mostBytes = 8 * 1024 * 1024;
+constexpr qint64 mostBytes = qint64(8) * 1024 * 1024;
 
 bool isTaken(const QString& path)
 {
