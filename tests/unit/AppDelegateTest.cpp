@@ -8,8 +8,7 @@
 
 #include <gmock/gmock.h>
 
-namespace
-{
+namespace {
 constexpr ScreenPoint atNotch{640, 799};
 constexpr ScreenPoint away{100, 100};
 

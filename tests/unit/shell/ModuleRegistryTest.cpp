@@ -7,8 +7,7 @@
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-namespace
-{
+namespace {
 class ModuleRegistryTest : public testing::Test
 {
 protected:

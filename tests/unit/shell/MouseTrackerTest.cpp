@@ -9,8 +9,7 @@
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-namespace
-{
+namespace {
 class MouseTrackerTest : public testing::Test
 {
 protected:

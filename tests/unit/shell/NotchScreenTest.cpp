@@ -4,9 +4,11 @@
 
 #include <gtest/gtest.h>
 
-namespace
+namespace {
+Screen plain(const QString& name, const ScreenRect& frame)
 {
-Screen plain(const QString& name, const ScreenRect& frame) { return {name, frame, 0, {}, {}}; }
+    return {name, frame, 0, {}, {}};
+}
 
 Screen notched(const QString& name, const ScreenRect& frame)
 {

@@ -5,8 +5,7 @@
 
 #include <gtest/gtest.h>
 
-namespace
-{
+namespace {
 constexpr QRectF panel(0, 0, 600, 240);
 
 /// The pixels that a painter without antialiasing would fill.
@@ -90,9 +89,10 @@ TEST(NotchShapeTest, ThePixelsAreThoseThatAPainterFills)
         QRectF rect;
         double scale;
     };
-    for (const auto& [rect, scale] : {Case{panel, 1}, Case{panel, 2}, Case{panel, 1.5}, Case{QRectF(200, 0, 200, 24), 1},
-                                      Case{QRectF(200, 0, 200, 24), 2}, Case{QRectF(117.5, 0, 365, 131.5), 1.25},
-                                      Case{QRectF(0, 0, 60, 15), 1}}) {
+    for (const auto& [rect, scale] :
+         {Case{panel, 1}, Case{panel, 2}, Case{panel, 1.5}, Case{QRectF(200, 0, 200, 24), 1},
+          Case{QRectF(200, 0, 200, 24), 2}, Case{QRectF(117.5, 0, 365, 131.5), 1.25},
+          Case{QRectF(0, 0, 60, 15), 1}}) {
         const NotchShape shape{7, 22};
         const QSize size = (QSizeF(600, 240) * scale).toSize();
         const auto region = shape.pixels(rect, scale);
