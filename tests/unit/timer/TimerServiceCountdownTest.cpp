@@ -157,6 +157,7 @@ TEST_F(TimerServiceCountdownTest, AddWhilePausedGoesByWhatIsLeft)
     service.start();
     queue.advance(100);
     service.pause();
+    queue.advance(50);
     service.add(60);
     expectLoaded(260);
     service.add(-600);
