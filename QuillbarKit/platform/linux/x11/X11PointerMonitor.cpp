@@ -144,7 +144,6 @@ bool X11PointerMonitor::eventFilter(QObject* watched, QEvent* event)
 void X11PointerMonitor::callAll(const Handlers& handlers)
 {
     // A handler may add or remove monitors.
-    const auto all = handlers;
-    for (const auto& handler : all)
+    for (const auto& handler : Handlers(handlers))
         handler();
 }
