@@ -1,5 +1,6 @@
 #pragma once
 
+class AlertSound;
 class Clock;
 class MainQueue;
 class PointerMonitor;
@@ -14,4 +15,5 @@ struct Platform
     Screens& screens;
     PointerMonitor& pointerMonitor;
     WindowServer& windowServer;
+    AlertSound& alertSound;
 };

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "fakes/FakeAlertSound.h"
 #include "fakes/FakePointerMonitor.h"
 #include "fakes/FakeScreens.h"
 #include "fakes/FakeWindowServer.h"
@@ -15,6 +16,7 @@ struct FakePlatform
     FakeScreens screens;
     FakePointerMonitor pointer;
     FakeWindowServer windowServer;
+    FakeAlertSound alertSound;
 
-    Platform ports() { return {clock, mainQueue, screens, pointer, windowServer}; }
+    Platform ports() { return {clock, mainQueue, screens, pointer, windowServer, alertSound}; }
 };

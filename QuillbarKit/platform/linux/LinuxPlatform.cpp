@@ -1,6 +1,7 @@
 #include "platform/linux/LinuxPlatform.h"
 
 #include "platform/linux/dbus/SessionInstanceOwner.h"
+#include "platform/linux/sound/CanberraAlertSound.h"
 #include "platform/linux/x11/X11Connection.h"
 #include "platform/linux/x11/X11PointerMonitor.h"
 #include "platform/linux/x11/X11Screens.h"
@@ -24,6 +25,7 @@ struct LinuxPlatform::Parts
     X11Screens screens{screensConnection, mainQueue};
     X11PointerMonitor pointerMonitor{pointerConnection, pointerConnection.isXWayland()};
     X11WindowServer windowServer{windowsConnection, windowsConnection.isXWayland()};
+    CanberraAlertSound alertSound;
 };
 
 bool LinuxPlatform::prepareApplication()
@@ -52,8 +54,8 @@ LinuxPlatform::~LinuxPlatform() = default;
 
 Platform LinuxPlatform::ports()
 {
-    return {m_parts->clock, m_parts->mainQueue, m_parts->screens, m_parts->pointerMonitor,
-            m_parts->windowServer};
+    return {m_parts->clock,          m_parts->mainQueue,    m_parts->screens,
+            m_parts->pointerMonitor, m_parts->windowServer, m_parts->alertSound};
 }
 
 InstanceOwner& LinuxPlatform::instanceOwner()
