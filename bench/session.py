@@ -14,7 +14,6 @@ os.environ.setdefault("QUILLBAR_BINARY", str(REPOSITORY / "build" / "release" / 
 
 from harness.desktop import Desktop  # noqa: E402
 from harness.session import App  # noqa: E402
-from harness.waiting import wait_until  # noqa: E402
 from harness.x11 import connect  # noqa: E402
 from Xlib import X  # noqa: E402
 from Xlib.ext import damage  # noqa: E402
