@@ -2,8 +2,7 @@
 
 #include <QString>
 
-namespace AppPaths
-{
+namespace AppPaths {
 /// The per-user data directory, "Quillbar" under $XDG_DATA_HOME (or ~/.local/share). It is made with its
 /// parents and mode 0700 when missing, and narrowed to 0700 when an older one is wider. A failure to make it
 /// is swallowed; the path is returned all the same.

@@ -1,5 +1,14 @@
 #pragma once
 
+/// A point in the same coordinates as ScreenRect.
+struct ScreenPoint
+{
+    double x = 0;
+    double y = 0;
+
+    bool operator==(const ScreenPoint&) const = default;
+};
+
 /// A rectangle in points in global screen coordinates: the origin is the bottom left corner of the main
 /// screen and y grows upward, so maxY() is the top edge.
 struct ScreenRect
@@ -15,13 +24,12 @@ struct ScreenRect
     double minY() const { return y; }
     double maxY() const { return y + height; }
 
+    /// The left and top edges belong to the rectangle, since a pointer on a screen's first column or row of
+    /// pixels has just these coordinates; the right and bottom ones belong to its neighbours.
+    bool contains(const ScreenPoint& point) const
+    {
+        return point.x >= minX() && point.x < maxX() && point.y > minY() && point.y <= maxY();
+    }
+
     bool operator==(const ScreenRect&) const = default;
-};
-
-struct ScreenPoint
-{
-    double x = 0;
-    double y = 0;
-
-    bool operator==(const ScreenPoint&) const = default;
 };

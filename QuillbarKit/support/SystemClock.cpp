@@ -2,7 +2,10 @@
 
 #include <chrono>
 
-QDateTime SystemClock::now() const { return QDateTime::currentDateTimeUtc(); }
+QDateTime SystemClock::now() const
+{
+    return QDateTime::currentDateTimeUtc();
+}
 
 double SystemClock::monotonicSeconds() const
 {

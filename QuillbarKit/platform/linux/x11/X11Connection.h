@@ -27,6 +27,9 @@ public:
     /// The atom of that name, made when missing.
     xcb_atom_t atom(const char* name) const;
 
+    /// Whether the server is a guest of a Wayland compositor.
+    bool isXWayland() const;
+
     /// Whether reading is held back; events then wait in the socket.
     void setReadingEnabled(bool enabled);
 
@@ -37,10 +40,15 @@ public:
     void setEventHandler(std::function<void(const xcb_generic_event_t&)> handler);
 
 Q_SIGNALS:
+    /// The events that had arrived together have all been handed out.
+    void eventsRead();
+
     /// The server is gone. Sent once; nothing more arrives.
     void lost();
 
 private:
+    void handleEvents(xcb_generic_event_t* (*next)(xcb_connection_t*));
+
     xcb_connection_t* m_connection = nullptr;
     xcb_window_t m_root = XCB_WINDOW_NONE;
     int m_screenNumber = 0;

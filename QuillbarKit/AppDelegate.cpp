@@ -1,0 +1,240 @@
+#include "AppDelegate.h"
+
+#include "platform/Screens.h"
+#include "shell/NotchPanel.h"
+#include "shell/NotchScreen.h"
+#include "shell/NotchWindow.h"
+#include "support/MainQueue.h"
+
+#include <QPointer>
+#include <QQmlComponent>
+#include <QQmlEngine>
+#include <QQuickItem>
+
+// Generated with the module. Nothing else refers to it, so the linker would leave it out.
+void qml_register_types_Quillbar();
+
+namespace
+{
+constexpr double defaultContentHeight = 216.0;
+constexpr double expandedWidth = 600.0;
+/// How far beyond the open panel the pointer may stray, in points: in all across, and below.
+constexpr double shownMarginAcross = 16.0;
+constexpr double shownMarginBelow = 14.0;
+constexpr double hiddenMarginAcross = 20.0;
+constexpr double hideGraceSeconds = 0.4;
+constexpr double drawerHeightSeconds = 0.42;
+
+const auto rootViewUrl = QUrl(QStringLiteral("qrc:/qt/qml/Quillbar/NotchRootView.qml"));
+} // namespace
+
+AppDelegate::AppDelegate(const Platform& platform, std::vector<std::unique_ptr<NotchModule>> modules,
+                         QObject* parent)
+    : QObject(parent), m_platform(platform), m_registry(std::move(modules)),
+      m_tracker(platform.pointerMonitor, platform.screens, platform.mainQueue)
+{}
+
+AppDelegate::~AppDelegate()
+{
+    // The view goes before the engine it was made by and the state it is bound to.
+    m_window.reset();
+}
+
+void AppDelegate::applicationDidFinishLaunching()
+{
+    // The order matters: each step may lean on those before it.
+    // 1. The edit menu comes with the first window that takes text.
+    // 2. The notch and the panel.
+    readGeometry();
+    buildWindow();
+    positionWindow();
+    applyDrawerHeight(false);
+    m_window->orderFrontRegardless();
+    // 4. The pointer.
+    applyTrackerGeometry();
+    m_tracker.onChange = [this](bool inside) { handleProximity(inside); };
+    m_tracker.start();
+    // 15. The displays.
+    connect(&m_platform.screens, &Screens::changed, this, &AppDelegate::screenParamsChanged);
+}
+
+void AppDelegate::applicationWillTerminate()
+{
+    // In this order: the pointer first, so that nothing opens while the rest goes; the displays last.
+    m_tracker.stop();
+    m_platform.screens.disconnect(this);
+}
+
+void AppDelegate::applicationDidReactivate()
+{
+    if (m_window)
+        m_window->orderFrontRegardless();
+}
+
+void AppDelegate::readGeometry()
+{
+    if (const auto metrics = NotchScreen::metrics(m_platform.screens)) {
+        m_notchSize = metrics->notchSize;
+        m_screenFrame = metrics->screenFrame;
+    } else if (const auto main = m_platform.screens.mainScreen()) {
+        m_screenFrame = main->frame;
+    }
+}
+
+QSizeF AppDelegate::expandedSize() const
+{
+    return {expandedWidth, m_notchSize.height() + m_panelState.contentHeight()};
+}
+
+QVariantMap AppDelegate::rootViewInputs()
+{
+    return {
+        {QStringLiteral("panelState"), QVariant::fromValue(&m_panelState)},
+        {QStringLiteral("notchInsetTop"), m_notchSize.height()},
+        {QStringLiteral("notchWidth"), m_notchSize.width()},
+        {QStringLiteral("expandedWidth"), expandedWidth},
+        {QStringLiteral("expandedHeight"), expandedSize().height()},
+    };
+}
+
+void AppDelegate::buildWindow()
+{
+    qml_register_types_Quillbar();
+    m_engine = std::make_unique<QQmlEngine>();
+    m_engine->addImportPath(QStringLiteral("qrc:/qt/qml"));
+    QQmlComponent component(m_engine.get(), rootViewUrl);
+    auto* view = qobject_cast<QQuickItem*>(component.createWithInitialProperties(rootViewInputs()));
+    if (!view)
+        qFatal("Quillbar: the panel's view can't be made: %s", qUtf8Printable(component.errorString()));
+    m_window = NotchWindow::make(m_platform.windowServer, view, expandedSize());
+}
+
+void AppDelegate::rebuildRoot()
+{
+    if (!m_window)
+        return;
+    const auto inputs = rootViewInputs();
+    for (auto input = inputs.begin(); input != inputs.end(); ++input)
+        m_window->contentView()->setProperty(input.key().toUtf8().constData(), input.value());
+    const auto size = expandedSize();
+    m_window->setContentSize(size);
+    auto frame = m_window->frame();
+    frame.width = size.width();
+    frame.height = size.height();
+    m_window->setFrame(frame);
+}
+
+void AppDelegate::positionWindow()
+{
+    const double height = expandedSize().height();
+    requireWindow("positionWindow")
+        .setFrame({m_screenFrame.midX() - expandedWidth / 2, m_screenFrame.maxY() - height, expandedWidth, height});
+}
+
+void AppDelegate::applyDrawerHeight(bool animated)
+{
+    if (!m_window)
+        return;
+    m_panelState.setContentHeight(effectiveContentHeight());
+    const auto size = expandedSize();
+    const auto current = m_window->frame();
+    const ScreenRect frame{current.x, current.maxY() - size.height(), expandedWidth, size.height()};
+    if (animated)
+        m_window->animateFrame(frame, drawerHeightSeconds);
+    else
+        m_window->setFrame(frame);
+    m_window->setContentSize(size);
+    m_tracker.triggerHeightShown = size.height() + shownMarginBelow;
+}
+
+double AppDelegate::effectiveContentHeight() const
+{
+    const auto* module = m_registry.module(m_panelState.activeModuleID());
+    return module ? module->preferredContentHeight().value_or(defaultContentHeight) : defaultContentHeight;
+}
+
+void AppDelegate::applyTrackerGeometry()
+{
+    m_tracker.screenFrame = m_screenFrame;
+    m_tracker.triggerWidthHidden = m_notchSize.width() + hiddenMarginAcross;
+    m_tracker.triggerHeightHidden = m_notchSize.height();
+    m_tracker.triggerWidthShown = expandedWidth + shownMarginAcross;
+    m_tracker.triggerHeightShown = expandedSize().height() + shownMarginBelow;
+    if (m_window) {
+        m_window->setHoverZone({(expandedWidth - m_tracker.triggerWidthHidden) / 2, 0, m_tracker.triggerWidthHidden,
+                                m_tracker.triggerHeightHidden});
+    }
+}
+
+void AppDelegate::setPanelOpen(bool open)
+{
+    m_panelState.setIsOpen(open);
+    requireWindow("setPanelOpen").setIgnoresMouseEvents(!open);
+}
+
+void AppDelegate::handleProximity(bool inside)
+{
+    if (m_panelState.composingEvent() || m_panelState.isPinned())
+        return;
+    if (inside) {
+        cancelHide();
+        if (!m_panelState.isOpen())
+            setPanelOpen(true);
+        return;
+    }
+    // An older item that stands here goes on to run; its own look at the tracker keeps it harmless.
+    m_hideWorkItem = WorkItem::make([self = QPointer(this)] {
+        if (!self)
+            return;
+        self->m_platform.mainQueue.async([self] {
+            if (self && !self->m_tracker.isInside() && !self->m_panelState.isPinned())
+                self->setPanelOpen(false);
+        });
+    });
+    m_platform.mainQueue.asyncAfter(hideGraceSeconds, m_hideWorkItem);
+}
+
+void AppDelegate::cancelHide()
+{
+    if (m_hideWorkItem)
+        m_hideWorkItem->cancel();
+    m_hideWorkItem.reset();
+}
+
+void AppDelegate::setPinned(bool pinned)
+{
+    m_panelState.setIsPinned(pinned);
+    cancelHide();
+    setPanelOpen(pinned || m_tracker.isInside());
+}
+
+void AppDelegate::beginComposeEvent()
+{
+    cancelHide();
+    setPanelOpen(true);
+    m_panelState.setComposingEvent(true);
+    requireWindow("beginComposeEvent").makeKeyAndOrderFront();
+}
+
+void AppDelegate::endComposeEvent()
+{
+    m_panelState.setComposingEvent(false);
+    requireWindow("endComposeEvent").resignKey();
+    if (!m_panelState.isPinned() && !m_tracker.isInside())
+        setPanelOpen(false);
+}
+
+void AppDelegate::screenParamsChanged()
+{
+    readGeometry();
+    rebuildRoot();
+    positionWindow();
+    applyTrackerGeometry();
+}
+
+NotchPanel& AppDelegate::requireWindow(const char* caller) const
+{
+    if (!m_window)
+        qFatal("AppDelegate::%s: there is no panel yet", caller);
+    return *m_window;
+}

@@ -1,0 +1,80 @@
+#pragma once
+
+#include "platform/Platform.h"
+#include "shell/ModuleRegistry.h"
+#include "shell/MouseTracker.h"
+#include "shell/PanelState.h"
+#include "support/ScreenRect.h"
+
+#include <QObject>
+#include <QSizeF>
+
+#include <functional>
+#include <memory>
+
+class NotchPanel;
+class QQmlEngine;
+class WorkItem;
+
+/// The single owner of everything that lives for the life of the process: it builds the notch panel, turns
+/// the pointer's nearness into opening and closing it, sizes it, and joins the services. Main thread only.
+class AppDelegate : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// The modules are registered in their order.
+    explicit AppDelegate(const Platform& platform, std::vector<std::unique_ptr<NotchModule>> modules = {},
+                         QObject* parent = nullptr);
+    ~AppDelegate() override;
+
+    /// Called when the user asks for updates; whoever makes the updater sets it.
+    std::function<void()> onCheckForUpdates;
+
+    void applicationDidFinishLaunching();
+    void applicationWillTerminate();
+
+    /// Another start of the program asked this one to come to the front.
+    void applicationDidReactivate();
+
+    /// Holds the panel open whatever the pointer does, or lets go of it.
+    void setPinned(bool pinned);
+
+    /// The event composer takes the panel and the keyboard until endComposeEvent.
+    void beginComposeEvent();
+    void endComposeEvent();
+
+    PanelState& panelState() { return m_panelState; }
+    ModuleRegistry& registry() { return m_registry; }
+    const MouseTracker& tracker() const { return m_tracker; }
+    /// Null until launched.
+    NotchPanel* window() const { return m_window.get(); }
+
+private:
+    void readGeometry();
+    void buildWindow();
+    void rebuildRoot();
+    void positionWindow();
+    void applyDrawerHeight(bool animated);
+    double effectiveContentHeight() const;
+    void applyTrackerGeometry();
+    void setPanelOpen(bool open);
+    void handleProximity(bool inside);
+    void cancelHide();
+    void screenParamsChanged();
+
+    QSizeF expandedSize() const;
+    QVariantMap rootViewInputs();
+    /// Stops the process when the window is missing: every caller runs after launch.
+    NotchPanel& requireWindow(const char* caller) const;
+
+    Platform m_platform;
+    PanelState m_panelState;
+    ModuleRegistry m_registry;
+    MouseTracker m_tracker;
+    QSizeF m_notchSize{200.0, 32.0};
+    ScreenRect m_screenFrame;
+    std::shared_ptr<WorkItem> m_hideWorkItem;
+    std::unique_ptr<QQmlEngine> m_engine;
+    std::unique_ptr<NotchPanel> m_window;
+};

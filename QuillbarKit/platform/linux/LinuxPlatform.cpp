@@ -1,0 +1,58 @@
+#include "platform/linux/LinuxPlatform.h"
+
+#include "platform/linux/dbus/SessionInstanceOwner.h"
+#include "platform/linux/x11/X11Connection.h"
+#include "platform/linux/x11/X11PointerMonitor.h"
+#include "platform/linux/x11/X11Screens.h"
+#include "platform/linux/x11/X11WindowServer.h"
+#include "support/Clock.h"
+#include "support/QtMainQueue.h"
+
+#include <QtGlobal>
+
+#include <xcb/xcb.h>
+
+struct LinuxPlatform::Parts
+{
+    SystemClock clock;
+    QtMainQueue mainQueue;
+    SessionInstanceOwner instanceOwner{mainQueue};
+    // One connection each, since each hears the events of its own alone.
+    X11Connection screensConnection;
+    X11Connection pointerConnection;
+    X11Connection windowsConnection;
+    X11Screens screens{screensConnection, mainQueue};
+    X11PointerMonitor pointerMonitor{pointerConnection, pointerConnection.isXWayland()};
+    X11WindowServer windowServer{windowsConnection, windowsConnection.isXWayland()};
+};
+
+bool LinuxPlatform::prepareApplication()
+{
+    // The toolkit would abort where this can tell.
+    const auto connection = xcb_connect(nullptr, nullptr);
+    const bool hasServer = xcb_connection_has_error(connection) == 0;
+    xcb_disconnect(connection);
+    if (!hasServer)
+        return false;
+    // A window that must sit at an exact place above everything is an X11 window, under Wayland too, whatever
+    // the user has chosen for other programs.
+    qputenv("QT_QPA_PLATFORM", "xcb");
+    // Frames are paced by the animations; no need to gather updates before one.
+    if (!qEnvironmentVariableIsSet("QT_QPA_UPDATE_IDLE_TIME"))
+        qputenv("QT_QPA_UPDATE_IDLE_TIME", "0");
+    // A panel that is closed nearly all day should not hold a GPU context.
+    if (!qEnvironmentVariableIsSet("QT_QUICK_BACKEND"))
+        qputenv("QT_QUICK_BACKEND", "software");
+    return true;
+}
+
+LinuxPlatform::LinuxPlatform() : m_parts(std::make_unique<Parts>()) {}
+
+LinuxPlatform::~LinuxPlatform() = default;
+
+Platform LinuxPlatform::ports()
+{
+    return {m_parts->clock, m_parts->mainQueue, m_parts->screens, m_parts->pointerMonitor, m_parts->windowServer};
+}
+
+InstanceOwner& LinuxPlatform::instanceOwner() { return m_parts->instanceOwner; }

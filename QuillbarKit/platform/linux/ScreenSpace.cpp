@@ -1,0 +1,47 @@
+#include "platform/linux/ScreenSpace.h"
+
+#include <QGuiApplication>
+#include <QScreen>
+
+ScreenSpace ScreenSpace::current()
+{
+    QList<Display> displays;
+    const auto* primary = QGuiApplication::primaryScreen();
+    const auto screens = QGuiApplication::screens();
+    for (const auto* screen : screens) {
+        const Display display{screen->geometry(), screen->devicePixelRatio()};
+        if (screen == primary)
+            displays.prepend(display);
+        else
+            displays.append(display);
+    }
+    return ScreenSpace(displays);
+}
+
+double ScreenSpace::flipHeight() const
+{
+    return m_displays.isEmpty() ? 0 : m_displays.first().geometry.bottom();
+}
+
+ScreenRect ScreenSpace::fromToolkit(const QRectF& rect) const
+{
+    return {rect.x(), flipHeight() - rect.bottom(), rect.width(), rect.height()};
+}
+
+QRectF ScreenSpace::toToolkit(const ScreenRect& rect) const
+{
+    return {rect.x, flipHeight() - rect.maxY(), rect.width, rect.height};
+}
+
+ScreenPoint ScreenSpace::fromPixel(const QPointF& pixel) const
+{
+    QPointF point = pixel;
+    for (const auto& [geometry, scale] : m_displays) {
+        const QRectF pixels(geometry.topLeft(), geometry.size() * scale);
+        if (pixels.contains(pixel)) {
+            point = geometry.topLeft() + (pixel - geometry.topLeft()) / scale;
+            break;
+        }
+    }
+    return {point.x(), flipHeight() - point.y()};
+}

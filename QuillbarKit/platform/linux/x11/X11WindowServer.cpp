@@ -1,0 +1,198 @@
+#include "platform/linux/x11/X11WindowServer.h"
+
+#include "platform/linux/ScreenSpace.h"
+#include "platform/linux/x11/X11Connection.h"
+#include "platform/linux/x11/X11Reply.h"
+#include "platform/linux/x11/X11StackKeeper.h"
+
+#include <QGuiApplication>
+#include <QList>
+
+#include <xcb/shape.h>
+#include <xcb/xfixes.h>
+
+namespace
+{
+/// The toolkit's own connection: a shape set on it stays in step with what the toolkit draws.
+xcb_connection_t* drawingConnection()
+{
+    const auto* application = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
+    return application ? application->connection() : nullptr;
+}
+
+xcb_window_t idOf(const QWindow& window) { return static_cast<xcb_window_t>(window.winId()); }
+
+void setShape(const QWindow& window, xcb_shape_kind_t kind, const QRegion& region)
+{
+    QList<xcb_rectangle_t> rectangles;
+    for (const auto& rect : region) {
+        rectangles.append({static_cast<int16_t>(rect.x()), static_cast<int16_t>(rect.y()),
+                           static_cast<uint16_t>(rect.width()), static_cast<uint16_t>(rect.height())});
+    }
+    xcb_shape_rectangles(drawingConnection(), XCB_SHAPE_SO_SET, kind, XCB_CLIP_ORDERING_YX_BANDED, idOf(window), 0,
+                         0, static_cast<uint32_t>(rectangles.size()), rectangles.constData());
+    xcb_flush(drawingConnection());
+}
+
+void clearShape(const QWindow& window, xcb_shape_kind_t kind)
+{
+    xcb_shape_mask(drawingConnection(), XCB_SHAPE_SO_SET, kind, idOf(window), 0, 0, XCB_PIXMAP_NONE);
+    xcb_flush(drawingConnection());
+}
+} // namespace
+
+X11WindowServer::X11WindowServer(X11Connection& connection, bool isXWayland, QObject* parent)
+    : WindowServer(parent), m_connection(connection), m_isXWayland(isXWayland),
+      m_stackKeeper(std::make_unique<X11StackKeeper>(connection))
+{
+    m_connection.setEventHandler([this](const xcb_generic_event_t& event) { handleEvent(event); });
+    watchCompositor();
+}
+
+X11WindowServer::~X11WindowServer() = default;
+
+void X11WindowServer::watchCompositor()
+{
+    const auto* extension = xcb_get_extension_data(m_connection.get(), &xcb_xfixes_id);
+    if (!extension || !extension->present)
+        return;
+    x11Reply(xcb_xfixes_query_version_reply, m_connection.get(),
+             xcb_xfixes_query_version(m_connection.get(), 2, 0));
+    m_selectionEvent = static_cast<uint8_t>(extension->first_event + XCB_XFIXES_SELECTION_NOTIFY);
+    const auto name = QByteArray("_NET_WM_CM_S") + QByteArray::number(m_connection.screenNumber());
+    m_compositorSelection = m_connection.atom(name.constData());
+    xcb_xfixes_select_selection_input(m_connection.get(), m_connection.root(), m_compositorSelection,
+                                      XCB_XFIXES_SELECTION_EVENT_MASK_SET_SELECTION_OWNER
+                                          | XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_WINDOW_DESTROY
+                                          | XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_CLIENT_CLOSE);
+    readCompositor();
+}
+
+void X11WindowServer::readCompositor()
+{
+    const auto owner = x11Reply(xcb_get_selection_owner_reply, m_connection.get(),
+                                xcb_get_selection_owner(m_connection.get(), m_compositorSelection));
+    // A Wayland compositor blends every window, though it takes no such selection.
+    const bool isCompositing = m_isXWayland || (owner && owner->owner != XCB_WINDOW_NONE);
+    if (isCompositing == m_isCompositing)
+        return;
+    m_isCompositing = isCompositing;
+    Q_EMIT isCompositingChanged();
+}
+
+void X11WindowServer::handleEvent(const xcb_generic_event_t& event)
+{
+    if (m_selectionEvent != 0 && (event.response_type & 0x7f) == m_selectionEvent)
+        readCompositor();
+    else
+        m_stackKeeper->handleEvent(event);
+}
+
+void X11WindowServer::applyTraits(QWindow& window, const WindowTraits& traits)
+{
+    Qt::WindowFlags flags = Qt::FramelessWindowHint;
+    flags.setFlag(Qt::NoDropShadowWindowHint, !traits.hasShadow);
+    // No window manager promises all of this for a managed window.
+    const bool isOverlay = traits.level > 0 && traits.joinsAllSpaces && traits.isNonActivating;
+    flags.setFlag(Qt::BypassWindowManagerHint, isOverlay);
+    window.setFlags(flags);
+    if (!traits.isOpaque) {
+        auto format = window.requestedFormat();
+        format.setAlphaBufferSize(8);
+        window.setFormat(format);
+    }
+    window.create();
+    m_shapes.insert(&window, {});
+    connect(&window, &QObject::destroyed, this, [this](QObject* gone) {
+        m_shapes.remove(static_cast<QWindow*>(gone));
+    });
+    if (!traits.hasShadow) {
+        // Compositing managers of X11 that draw shadows look here; the rectangle would get one, not the shape.
+        const uint32_t none = 0;
+        const auto connection = drawingConnection();
+        xcb_change_property(connection, XCB_PROP_MODE_REPLACE, idOf(window), m_connection.atom("_COMPTON_SHADOW"),
+                            XCB_ATOM_CARDINAL, 32, 1, &none);
+    }
+    if (isOverlay)
+        m_stackKeeper->add(idOf(window));
+}
+
+void X11WindowServer::setFrame(QWindow& window, const ScreenRect& frame)
+{
+    window.setGeometry(ScreenSpace::current().toToolkit(frame).toRect());
+}
+
+void X11WindowServer::setIgnoresMouseEvents(QWindow& window, bool ignores)
+{
+    m_shapes[&window].ignoresMouseEvents = ignores;
+    applyInputShape(window);
+}
+
+void X11WindowServer::setHoverZone(QWindow& window, const QRectF& zone)
+{
+    m_shapes[&window].hoverZone = zone;
+    applyInputShape(window);
+}
+
+void X11WindowServer::applyInputShape(QWindow& window)
+{
+    const auto& shape = m_shapes[&window];
+    if (!shape.ignoresMouseEvents) {
+        clearShape(window, XCB_SHAPE_SK_INPUT);
+        return;
+    }
+    QRegion region;
+    if (m_isXWayland) {
+        const double scale = window.devicePixelRatio();
+        region = QRectF(shape.hoverZone.topLeft() * scale, shape.hoverZone.size() * scale).toAlignedRect();
+    }
+    setShape(window, XCB_SHAPE_SK_INPUT, region);
+}
+
+void X11WindowServer::setOutline(QWindow& window, const QRegion& outline)
+{
+    auto& shape = m_shapes[&window];
+    if (shape.outline == outline)
+        return;
+    shape.outline = outline;
+    setShape(window, XCB_SHAPE_SK_BOUNDING, outline);
+}
+
+void X11WindowServer::clearOutline(QWindow& window)
+{
+    auto& shape = m_shapes[&window];
+    if (!shape.outline)
+        return;
+    shape.outline.reset();
+    clearShape(window, XCB_SHAPE_SK_BOUNDING);
+}
+
+void X11WindowServer::orderFrontRegardless(QWindow& window)
+{
+    window.show();
+    m_stackKeeper->keep();
+}
+
+void X11WindowServer::makeKeyAndOrderFront(QWindow& window)
+{
+    const auto focus =
+        x11Reply(xcb_get_input_focus_reply, m_connection.get(), xcb_get_input_focus(m_connection.get()));
+    if (focus && focus->focus != idOf(window))
+        m_focusBefore = focus->focus;
+    orderFrontRegardless(window);
+    window.requestActivate();
+}
+
+void X11WindowServer::resignKey(QWindow& window)
+{
+    const auto focus =
+        x11Reply(xcb_get_input_focus_reply, m_connection.get(), xcb_get_input_focus(m_connection.get()));
+    if (!focus || focus->focus != idOf(window))
+        return;
+    // The window that had the keyboard may be gone: the server then refuses, and the root takes it.
+    xcb_set_input_focus(m_connection.get(), XCB_INPUT_FOCUS_POINTER_ROOT, XCB_INPUT_FOCUS_POINTER_ROOT,
+                        XCB_CURRENT_TIME);
+    if (m_focusBefore != XCB_WINDOW_NONE)
+        xcb_set_input_focus(m_connection.get(), XCB_INPUT_FOCUS_POINTER_ROOT, m_focusBefore, XCB_CURRENT_TIME);
+    xcb_flush(m_connection.get());
+}

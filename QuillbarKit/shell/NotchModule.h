@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QString>
+#include <QUrl>
+#include <QVariantMap>
+
+#include <optional>
+
+/// A view to be made where it is shown: the QML type and the properties it is given.
+struct ModuleView
+{
+    QUrl source;
+    QVariantMap properties;
+};
+
+/// What every module of the panel fulfils. A module is a thin adapter: it names itself and makes views from
+/// a service that it holds. Members are read fresh each time. Main thread only.
+class NotchModule
+{
+public:
+    virtual ~NotchModule() = default;
+
+    /// Stable key, used in settings and in PanelState::activeModuleID.
+    virtual QString id() const = 0;
+    virtual QString title() const = 0;
+    /// The symbol drawn in the icon bar.
+    virtual QString iconSystemName() const = 0;
+    /// The module wants the peek space beside the closed notch.
+    virtual bool isActive() const = 0;
+    /// A higher value wins the peek space.
+    virtual int peekPriority() const { return 0; }
+    /// The content takes the whole drawer, laid out edge to edge.
+    virtual bool fillsAvailableHeight() const { return false; }
+    /// Height of the drawer for this module in points; none means the default.
+    virtual std::optional<double> preferredContentHeight() const { return std::nullopt; }
+    virtual ModuleView makeExpandedView() const = 0;
+    virtual std::optional<ModuleView> makePeekLeading() const { return std::nullopt; }
+    virtual std::optional<ModuleView> makePeekTrailing() const { return std::nullopt; }
+};

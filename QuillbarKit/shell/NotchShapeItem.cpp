@@ -1,0 +1,34 @@
+#include "shell/NotchShapeItem.h"
+
+#include <QPainter>
+
+NotchShapeItem::NotchShapeItem(QQuickItem* parent) : QQuickPaintedItem(parent) { setAntialiasing(true); }
+
+void NotchShapeItem::setTopRadius(double topRadius)
+{
+    if (topRadius == m_shape.topRadius)
+        return;
+    m_shape.topRadius = topRadius;
+    Q_EMIT shapeChanged();
+    update();
+}
+
+void NotchShapeItem::setBottomRadius(double bottomRadius)
+{
+    if (bottomRadius == m_shape.bottomRadius)
+        return;
+    m_shape.bottomRadius = bottomRadius;
+    Q_EMIT shapeChanged();
+    update();
+}
+
+void NotchShapeItem::setColor(const QColor& color)
+{
+    if (color == m_color)
+        return;
+    m_color = color;
+    Q_EMIT colorChanged();
+    update();
+}
+
+void NotchShapeItem::paint(QPainter* painter) { painter->fillPath(m_shape.path(boundingRect()), m_color); }

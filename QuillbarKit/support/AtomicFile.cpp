@@ -1,0 +1,92 @@
+#include "support/AtomicFile.h"
+
+#include "support/TemporaryFile.h"
+
+#include <QFile>
+
+#include <cerrno>
+#include <cstdlib>
+#include <fcntl.h>
+#include <memory>
+#include <optional>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+constexpr mode_t privateMode = 0600;
+
+/// Where the bytes go: the path itself, or what it links to. Absent for a dangling link, a folder and
+/// anything else that must not be replaced by a file.
+std::optional<QByteArray> resolve(QByteArray path)
+{
+    struct stat status = {};
+    if (lstat(path.constData(), &status) != 0)
+        return errno == ENOENT ? std::optional(path) : std::nullopt;
+    if (S_ISLNK(status.st_mode)) {
+        const std::unique_ptr<char, decltype(&std::free)> real(realpath(path.constData(), nullptr),
+                                                               &std::free);
+        if (!real || stat(real.get(), &status) != 0)
+            return {};
+        path = QByteArray(real.get());
+    }
+    return S_ISREG(status.st_mode) ? std::optional(path) : std::nullopt;
+}
+
+bool writeAll(int file, QByteArrayView bytes)
+{
+    while (!bytes.isEmpty()) {
+        const ssize_t written = write(file, bytes.data(), static_cast<std::size_t>(bytes.size()));
+        if (written < 0 && errno == EINTR)
+            continue;
+        if (written <= 0)
+            return false;
+        bytes = bytes.sliced(written);
+    }
+    return true;
+}
+
+/// Never tried a second time after another error than an interruption: the kernel reports lost pages once
+/// and calls them clean afterwards.
+bool sync(int descriptor)
+{
+    int result = 0;
+    do {
+        result = fsync(descriptor);
+    } while (result != 0 && errno == EINTR);
+    return result == 0;
+}
+
+/// File systems that cannot sync a folder say so by EINVAL.
+bool syncFolder(int folder)
+{
+    return sync(folder) || errno == EINVAL;
+}
+
+bool replace(int folder, const QByteArray& name, QByteArrayView bytes)
+{
+    TemporaryFile temporary(folder);
+    return temporary.descriptor() >= 0 && fchmod(temporary.descriptor(), privateMode) == 0 &&
+           writeAll(temporary.descriptor(), bytes) && sync(temporary.descriptor()) &&
+           temporary.renameTo(name) && syncFolder(folder);
+}
+} // namespace
+
+bool AtomicFile::write(const QString& path, QByteArrayView bytes)
+{
+    const auto target = resolve(QFile::encodeName(path));
+    if (!target)
+        return false;
+    const qsizetype slash = target->lastIndexOf('/');
+    const QByteArray name = target->sliced(slash + 1);
+    const QByteArray folderPath = slash < 0 ? QByteArray(".") : target->left(slash + 1);
+    if (name.isEmpty())
+        return false;
+    // All the rest is relative to this one descriptor, so that nobody can swap the folder in between.
+    const int folder = open(folderPath.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (folder < 0)
+        return false;
+    TemporaryFile::removeStale(folder);
+    const bool replaced = replace(folder, name, bytes);
+    close(folder);
+    return replaced;
+}

@@ -1,0 +1,41 @@
+"""This checkout keeps the rules of the house."""
+
+import os
+import pathlib
+import unittest
+
+import house_rules
+
+ROOT = pathlib.Path(__file__).resolve().parents[2]
+
+
+class TestTree(unittest.TestCase):
+    maxDiff = None
+
+    def assert_kept(self, breaches: list[str]) -> None:
+        self.assertEqual("", "\n".join(breaches))
+
+    def test_the_product_is_where_the_rules_look(self) -> None:
+        self.assertTrue((ROOT / "QuillbarKit" / "support").is_dir())
+        self.assertTrue((ROOT / "Quillbar" / "main.cpp").is_file())
+
+    def test_includes_point_one_way(self) -> None:
+        self.assert_kept(house_rules.include_directions(ROOT))
+
+    def test_support_builds_on_qt_core_alone(self) -> None:
+        qt_headers = pathlib.Path(os.environ["QUILLBAR_QT_HEADERS"])
+        self.assertTrue((qt_headers / "QtCore" / "QObject").is_file(), qt_headers)
+        self.assert_kept(house_rules.support_without_gui(ROOT, qt_headers))
+
+    def test_the_world_is_reached_through_ports(self) -> None:
+        self.assert_kept(house_rules.world_through_ports(ROOT))
+
+    def test_no_source_file_is_too_long(self) -> None:
+        self.assert_kept(house_rules.file_sizes(ROOT))
+
+    def test_nothing_is_marked_unfinished(self) -> None:
+        self.assert_kept(house_rules.nothing_unfinished(ROOT))
+
+
+if __name__ == "__main__":
+    unittest.main()
