@@ -5,6 +5,7 @@ import re
 import pytest
 
 from harness.desktop import Desktop
+from harness.sway import SwayDesktop
 
 
 def pytest_configure(config):
@@ -45,6 +46,12 @@ def desktop(request):
     """A running X11 desktop without Quillbar. Options come from @pytest.mark.desktop(...) or
     from an indirect parametrisation with a dictionary."""
     yield from _run(request, Desktop(**_options(request)))
+
+
+@pytest.fixture
+def sway_desktop(request):
+    """A running Wayland desktop without Quillbar; options as for `desktop`."""
+    yield from _run(request, SwayDesktop(**_options(request)))
 
 
 @pytest.fixture

@@ -26,7 +26,7 @@ class Client:
         self.x = x
         self.title = title
         self.colour = colour
-        self.connection = connect(x.name)
+        self.connection = connect(x.name, x.user)
         self.recorded = []
         red, green, blue = colour
         root = self.connection.screen().root

@@ -63,6 +63,16 @@ class Process:
         wait_until(lambda: not self.running, timeout, f"{self.name} has ended")
         return self.status
 
+    def end(self, seconds=2.0):
+        """Ask it to end and so to clear away its sockets and locks; `kill` if it doesn't."""
+        if self.running:
+            self.send(signal.SIGTERM)
+            try:
+                self._popen.wait(timeout=seconds)
+            except subprocess.TimeoutExpired:
+                pass
+        self.kill()
+
     def kill(self):
         if self.running:
             try:

@@ -152,8 +152,12 @@ class Session:
         raise NotImplementedError
 
     def close(self):
+        # Programs first, then what they run on. A display server must clear its socket away.
         for process in reversed(self.processes):
-            process.kill()
+            if process.name in ("xvfb", "sway"):
+                process.end()
+            else:
+                process.kill()
         kill_leftovers(self.root)
         shutil.rmtree(self.root, ignore_errors=True)
 

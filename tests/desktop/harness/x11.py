@@ -1,12 +1,26 @@
 """One connection to an X display: look at it, and act on it as a person's hands would."""
 
+import os
 from typing import NamedTuple
 
 from PIL import Image
 from Xlib import X, XK, Xatom, display, error, protocol
 from Xlib.ext import randr, shape, xtest
+from Xlib.protocol import rq
+from Xlib.protocol.display import Display as BareDisplay
+from Xlib.protocol.event import event_class
 
 from .waiting import wait_until
+
+
+class _SetMonitor(rq.Request):
+    """RandR's request 43; the binding's own can't encode its list of outputs."""
+
+    _request = rq.Struct(
+        rq.Card8("opcode"), rq.Opcode(43), rq.RequestLength(), rq.Window("window"),
+        rq.Card32("name"), rq.Bool("primary"), rq.Bool("automatic"), rq.LengthOf("outputs", 2),
+        rq.Int16("x"), rq.Int16("y"), rq.Card16("width"), rq.Card16("height"),
+        rq.Card32("width_mm"), rq.Card32("height_mm"), rq.List("outputs", rq.Card32Obj))
 
 
 class Rect(NamedTuple):
@@ -27,17 +41,29 @@ class Rect(NamedTuple):
         return self.x <= x < self.right and self.y <= y < self.bottom
 
 
-def connect(name):
-    connection = display.Display(name)
+def connect(name, user=None):
+    """`user`: as whom, for a server that lets in only its own user."""
+    if user is not None:
+        os.seteuid(user.pw_uid)
+    # The binding keeps event numbers for all connections together, but they differ from server
+    # to server: each connection gets a table of its own.
+    BareDisplay.event_classes = event_class.copy()
+    try:
+        connection = display.Display(name)
+    finally:
+        if user is not None:
+            os.seteuid(0)
+    connection.display.event_classes = BareDisplay.event_classes
     # Windows of other clients come and go while we ask about them; the callers handle absence.
     connection.set_error_handler(lambda *unused: None)
     return connection
 
 
 class XDisplay:
-    def __init__(self, name):
+    def __init__(self, name, user=None):
         self.name = name
-        self.connection = connect(name)
+        self.user = user
+        self.connection = connect(name, user)
         self.root = self.connection.screen().root
 
     def close(self):
@@ -301,13 +327,13 @@ class XDisplay:
         output = self.root.xrandr_get_screen_resources().outputs[0]
         part = width // count
         for index in range(count):
-            monitor = {
-                "name": self.atom(f"monitor{index}"), "primary": index == 0, "automatic": False,
-                "x": index * part, "y": 0, "width_in_pixels": part, "height_in_pixels": height,
-                "width_in_millimeters": part * 254 // 960,
-                "height_in_millimeters": height * 254 // 960,
-                "crtcs": [output] if index == 0 else []}
-            self.root.xrandr_set_monitor(monitor)
+            _SetMonitor(
+                display=self.connection.display,
+                opcode=self.connection.display.get_extension_major(randr.extname),
+                window=self.root, name=self.atom(f"monitor{index}"), primary=index == 0,
+                automatic=False, x=index * part, y=0, width=part, height=height,
+                width_mm=part * 254 // 960, height_mm=height * 254 // 960,
+                outputs=[output] if index == 0 else [])
         self.connection.sync()
         wait_until(lambda: len(self.root.xrandr_get_monitors().monitors) == count,
                    what=f"there are {count} monitors")
