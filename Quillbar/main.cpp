@@ -11,8 +11,9 @@
 int main(int argc, char* argv[])
 {
     if (!LinuxPlatform::prepareApplication()) {
-        std::fputs("Quillbar: no X server can be reached; it needs one, or XWayland beside a Wayland desktop\n",
-                   stderr);
+        std::fputs(
+            "Quillbar: no X server can be reached; it needs one, or XWayland beside a Wayland desktop\n",
+            stderr);
         return EXIT_FAILURE;
     }
     QGuiApplication application(argc, argv);
@@ -26,7 +27,8 @@ int main(int argc, char* argv[])
 
     AppDelegate delegate(platform.ports());
     const TerminationSignals terminationSignals;
-    QObject::connect(&terminationSignals, &TerminationSignals::received, &application, &QCoreApplication::quit);
+    QObject::connect(&terminationSignals, &TerminationSignals::received, &application,
+                     &QCoreApplication::quit);
     QObject::connect(&application, &QCoreApplication::aboutToQuit, &delegate,
                      &AppDelegate::applicationWillTerminate);
     QObject::connect(&platform.instanceOwner(), &InstanceOwner::activationRequested, &delegate,

@@ -14,8 +14,7 @@
 // Generated with the module. Nothing else refers to it, so the linker would leave it out.
 void qml_register_types_Quillbar();
 
-namespace
-{
+namespace {
 constexpr double defaultContentHeight = 216.0;
 constexpr double expandedWidth = 600.0;
 /// How far beyond the open panel the pointer may stray, in points: in all across, and below.
@@ -128,7 +127,8 @@ void AppDelegate::positionWindow()
 {
     const double height = expandedSize().height();
     requireWindow("positionWindow")
-        .setFrame({m_screenFrame.midX() - expandedWidth / 2, m_screenFrame.maxY() - height, expandedWidth, height});
+        .setFrame(
+            {m_screenFrame.midX() - expandedWidth / 2, m_screenFrame.maxY() - height, expandedWidth, height});
 }
 
 void AppDelegate::applyDrawerHeight(bool animated)
@@ -161,8 +161,8 @@ void AppDelegate::applyTrackerGeometry()
     m_tracker.triggerWidthShown = expandedWidth + shownMarginAcross;
     m_tracker.triggerHeightShown = expandedSize().height() + shownMarginBelow;
     if (m_window) {
-        m_window->setHoverZone({(expandedWidth - m_tracker.triggerWidthHidden) / 2, 0, m_tracker.triggerWidthHidden,
-                                m_tracker.triggerHeightHidden});
+        m_window->setHoverZone({(expandedWidth - m_tracker.triggerWidthHidden) / 2, 0,
+                                m_tracker.triggerWidthHidden, m_tracker.triggerHeightHidden});
     }
 }
 

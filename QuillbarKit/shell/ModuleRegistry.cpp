@@ -25,7 +25,8 @@ void ModuleRegistry::setOrder(std::optional<QStringList> order)
 
 NotchModule* ModuleRegistry::module(const QString& id) const
 {
-    const auto found = std::ranges::find_if(m_modules, [&](const auto& module) { return module->id() == id; });
+    const auto found =
+        std::ranges::find_if(m_modules, [&](const auto& module) { return module->id() == id; });
     return found == m_modules.end() ? nullptr : found->get();
 }
 

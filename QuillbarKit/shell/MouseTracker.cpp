@@ -44,8 +44,8 @@ void MouseTracker::evaluate()
     const double top = frame->maxY();
     const double height = m_isInside ? triggerHeightShown : triggerHeightHidden;
     const double width = m_isInside ? triggerWidthShown : triggerWidthHidden;
-    setInside(pointer->y <= top && pointer->y >= top - height
-              && std::abs(pointer->x - frame->midX()) <= width * 0.5);
+    setInside(pointer->y <= top && pointer->y >= top - height &&
+              std::abs(pointer->x - frame->midX()) <= width * 0.5);
 }
 
 std::optional<ScreenRect> MouseTracker::watchedFrame(const ScreenPoint& pointer) const

@@ -4,8 +4,7 @@
 
 #include <optional>
 
-namespace NotchGeometryMath
-{
+namespace NotchGeometryMath {
 /// Width of the panel's closed shape where no camera housing gives one, in points.
 inline constexpr double defaultWidth = 200.0;
 /// A gap between the areas beside the housing that is not wider than this can't be a housing.

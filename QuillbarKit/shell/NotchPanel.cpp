@@ -44,11 +44,13 @@ void NotchPanel::animateFrame(const ScreenRect& frame, double seconds)
     m_frameAnimation.stop();
     m_frameAnimation.disconnect(this);
     const auto start = m_frame;
-    connect(&m_frameAnimation, &QVariantAnimation::valueChanged, this, [this, start, frame](const QVariant& value) {
-        const double progress = value.toDouble();
-        moveTo({std::lerp(start.x, frame.x, progress), std::lerp(start.y, frame.y, progress),
-                std::lerp(start.width, frame.width, progress), std::lerp(start.height, frame.height, progress)});
-    });
+    connect(&m_frameAnimation, &QVariantAnimation::valueChanged, this,
+            [this, start, frame](const QVariant& value) {
+                const double progress = value.toDouble();
+                moveTo({std::lerp(start.x, frame.x, progress), std::lerp(start.y, frame.y, progress),
+                        std::lerp(start.width, frame.width, progress),
+                        std::lerp(start.height, frame.height, progress)});
+            });
     m_frameAnimation.setStartValue(0.0);
     m_frameAnimation.setEndValue(1.0);
     m_frameAnimation.setDuration(static_cast<int>(std::lround(seconds * 1000)));
@@ -67,13 +69,25 @@ void NotchPanel::setIgnoresMouseEvents(bool ignores)
     m_windowServer.setIgnoresMouseEvents(*this, ignores);
 }
 
-void NotchPanel::setHoverZone(const QRectF& zone) { m_windowServer.setHoverZone(*this, zone); }
+void NotchPanel::setHoverZone(const QRectF& zone)
+{
+    m_windowServer.setHoverZone(*this, zone);
+}
 
-void NotchPanel::orderFrontRegardless() { m_windowServer.orderFrontRegardless(*this); }
+void NotchPanel::orderFrontRegardless()
+{
+    m_windowServer.orderFrontRegardless(*this);
+}
 
-void NotchPanel::makeKeyAndOrderFront() { m_windowServer.makeKeyAndOrderFront(*this); }
+void NotchPanel::makeKeyAndOrderFront()
+{
+    m_windowServer.makeKeyAndOrderFront(*this);
+}
 
-void NotchPanel::resignKey() { m_windowServer.resignKey(*this); }
+void NotchPanel::resignKey()
+{
+    m_windowServer.resignKey(*this);
+}
 
 void NotchPanel::followOutline()
 {

@@ -5,8 +5,7 @@
 
 #include <optional>
 
-namespace NotchScreen
-{
+namespace NotchScreen {
 /// The first display with a camera housing, else the main one, else none.
 std::optional<Screen> notchScreen(const Screens& screens);
 

@@ -57,7 +57,7 @@ QRegion NotchShape::pixels(const QRectF& rect, double scale) const
         double in = 0;
         int nextRow = row + 1;
         if (inTopCorners && inBottomCorners)
-            in = std::min(inset(t, top + t - centre), inset(b, centre - (bottom - b)));
+            in = std::max(inset(t, top + t - centre), inset(b, centre - (bottom - b)));
         else if (inTopCorners)
             in = inset(t, top + t - centre);
         else if (inBottomCorners)

@@ -2,7 +2,10 @@
 
 #include <QPainter>
 
-NotchShapeItem::NotchShapeItem(QQuickItem* parent) : QQuickPaintedItem(parent) { setAntialiasing(true); }
+NotchShapeItem::NotchShapeItem(QQuickItem* parent) : QQuickPaintedItem(parent)
+{
+    setAntialiasing(true);
+}
 
 void NotchShapeItem::setTopRadius(double topRadius)
 {
@@ -31,4 +34,7 @@ void NotchShapeItem::setColor(const QColor& color)
     update();
 }
 
-void NotchShapeItem::paint(QPainter* painter) { painter->fillPath(m_shape.path(boundingRect()), m_color); }
+void NotchShapeItem::paint(QPainter* painter)
+{
+    painter->fillPath(m_shape.path(boundingRect()), m_color);
+}

@@ -3,8 +3,7 @@
 #include "platform/WindowServer.h"
 #include "shell/NotchPanel.h"
 
-namespace
-{
+namespace {
 /// Among the desktop's own status items, above its bars.
 constexpr int statusLevel = 25;
 } // namespace

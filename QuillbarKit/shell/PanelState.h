@@ -14,7 +14,8 @@ class PanelState : public QObject
     /// The panel is expanded and takes mouse events.
     Q_PROPERTY(bool isOpen READ isOpen WRITE setIsOpen NOTIFY isOpenChanged)
     /// The id of the module shown.
-    Q_PROPERTY(QString activeModuleID READ activeModuleID WRITE setActiveModuleID NOTIFY activeModuleIDChanged)
+    Q_PROPERTY(
+        QString activeModuleID READ activeModuleID WRITE setActiveModuleID NOTIFY activeModuleIDChanged)
     /// The panel stays open whatever the pointer does.
     Q_PROPERTY(bool isPinned READ isPinned WRITE setIsPinned NOTIFY isPinnedChanged)
     /// The event composer covers the panel; hovers are ignored.

@@ -24,7 +24,7 @@ QString absolutePath(const char* variable)
 
 QString homeDirectory()
 {
-    if (const QString home = absolutePath("HOME"); !home.isEmpty())
+    if (QString home = absolutePath("HOME"); !home.isEmpty())
         return home;
     const passwd* const user = getpwuid(geteuid());
     return user ? QFile::decodeName(user->pw_dir) : QDir::rootPath();
@@ -61,7 +61,7 @@ QString ownFolder(const char* baseVariable, const QString& defaultBase)
     QString base = absolutePath(baseVariable);
     if (base.isEmpty())
         base = homeDirectory() + defaultBase;
-    const QString path = QDir::cleanPath(base + QStringLiteral("/Quillbar"));
+    QString path = QDir::cleanPath(base + QStringLiteral("/Quillbar"));
     makeFolderAndParents(path);
     narrow(path);
     return path;

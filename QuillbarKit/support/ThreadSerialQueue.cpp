@@ -6,7 +6,7 @@
 #include <utility>
 
 ThreadSerialQueue::ThreadSerialQueue(QString label)
-    : m_label(std::move(label)), m_thread([this](std::stop_token stop) { run(std::move(stop)); })
+    : m_label(std::move(label)), m_thread([this](const std::stop_token& stop) { run(stop); })
 {}
 
 ThreadSerialQueue::~ThreadSerialQueue()
@@ -30,7 +30,7 @@ void ThreadSerialQueue::async(std::function<void()> work)
     m_changed.notify_one();
 }
 
-void ThreadSerialQueue::run(std::stop_token stop)
+void ThreadSerialQueue::run(const std::stop_token& stop)
 {
     pthread_setname_np(pthread_self(), m_label.toUtf8().right(15).constData());
     while (true) {

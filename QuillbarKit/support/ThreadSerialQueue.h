@@ -21,7 +21,7 @@ public:
     QString label() const override { return m_label; }
 
 private:
-    void run(std::stop_token stop);
+    void run(const std::stop_token& stop);
 
     const QString m_label;
     std::mutex m_mutex;

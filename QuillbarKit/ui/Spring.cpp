@@ -2,8 +2,7 @@
 
 #include <cmath>
 
-namespace
-{
+namespace {
 /// The first frame after a change shows the movement one frame in, so that what sets it off is seen at once.
 constexpr double headStartSeconds = 1.0 / 60;
 } // namespace
@@ -34,7 +33,10 @@ Spring::Spring(QObject* parent) : QObject(parent), m_animation(new Animation(*th
 
 Spring::~Spring() = default;
 
-bool Spring::isRunning() const { return m_animation->state() == QAbstractAnimation::Running; }
+bool Spring::isRunning() const
+{
+    return m_animation->state() == QAbstractAnimation::Running;
+}
 
 void Spring::setTo(double to)
 {

@@ -52,7 +52,11 @@ LinuxPlatform::~LinuxPlatform() = default;
 
 Platform LinuxPlatform::ports()
 {
-    return {m_parts->clock, m_parts->mainQueue, m_parts->screens, m_parts->pointerMonitor, m_parts->windowServer};
+    return {m_parts->clock, m_parts->mainQueue, m_parts->screens, m_parts->pointerMonitor,
+            m_parts->windowServer};
 }
 
-InstanceOwner& LinuxPlatform::instanceOwner() { return m_parts->instanceOwner; }
+InstanceOwner& LinuxPlatform::instanceOwner()
+{
+    return m_parts->instanceOwner;
+}

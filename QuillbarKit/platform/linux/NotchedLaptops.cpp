@@ -5,8 +5,7 @@
 
 #include <array>
 
-namespace
-{
+namespace {
 struct Row
 {
     QLatin1StringView model;

@@ -7,8 +7,7 @@
 
 /// The laptops whose built-in panel has a camera housing that cuts into the picture. Nothing in the display
 /// stack tells where it is, so it is known by model.
-namespace NotchedLaptops
-{
+namespace NotchedLaptops {
 struct Housing
 {
     /// Size of the cut at the top edge, centred, in device pixels.

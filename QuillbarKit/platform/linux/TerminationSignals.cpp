@@ -7,8 +7,7 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-namespace
-{
+namespace {
 // A pipe rather than a blocked signal: a mask would be handed down to every program that we start.
 std::array<int, 2> wakePipe{-1, -1};
 constexpr std::array handledSignals{SIGTERM, SIGINT};

@@ -3,7 +3,7 @@
 #include "unit/support/SavedFolder.h"
 #include "unit/support/SaverProcess.h"
 
-#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cerrno>

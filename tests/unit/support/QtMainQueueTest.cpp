@@ -3,8 +3,9 @@
 #include <QCoreApplication>
 #include <QEventLoop>
 
-#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 
+#include <algorithm>
 #include <atomic>
 #include <string>
 #include <thread>
@@ -135,6 +136,18 @@ TEST_F(QtMainQueueTest, NothingRunsBeforeItsTime)
         turnUntil([&] { return ran > 0; });
         EXPECT_GE(ran, deadline);
     }
+}
+
+TEST_F(QtMainQueueTest, LongDelaysThatLieCloseTogetherShareAWakeUp)
+{
+    // Were each woken for by itself, the work that the first puts in would run before the second.
+    queue->asyncAfter(1.0, WorkItem::make([this] {
+                          order += 'a';
+                          queue->async(add('c'));
+                      }));
+    queue->asyncAfter(1.02, WorkItem::make(add('b')));
+    turnUntil([this] { return order.size() == 3; });
+    EXPECT_EQ(order, "abc");
 }
 
 TEST_F(QtMainQueueTest, ACancelledItemDoesNotRunAndReleasesItsWork)

@@ -1,7 +1,8 @@
 #include "support/ThreadSerialQueue.h"
 
-#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 
+#include <algorithm>
 #include <future>
 #include <pthread.h>
 #include <string>

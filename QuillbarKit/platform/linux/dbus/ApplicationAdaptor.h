@@ -20,7 +20,7 @@ public Q_SLOTS:
     void Activate(const QVariantMap& platformData);
     void Open(const QStringList& uris, const QVariantMap& platformData);
     void ActivateAction(const QString& action, const QVariantList& parameter,
-                                  const QVariantMap& platformData);
+                        const QVariantMap& platformData);
 
 private:
     InstanceOwner* m_owner;

@@ -15,8 +15,7 @@
 #include <sys/file.h>
 #include <unistd.h>
 
-namespace
-{
+namespace {
 const auto busName = QStringLiteral("com.vennor.quillbar");
 const auto objectPath = QStringLiteral("/com/vennor/quillbar");
 const auto applicationInterface = QStringLiteral("org.freedesktop.Application");
@@ -64,8 +63,8 @@ bool SessionInstanceOwner::claim()
 
 SessionInstanceOwner::Lock SessionInstanceOwner::takeLock()
 {
-    m_lockDescriptor = ::open(QFile::encodeName(lockPath()).constData(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW,
-                              S_IRUSR | S_IWUSR);
+    m_lockDescriptor = ::open(QFile::encodeName(lockPath()).constData(),
+                              O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, S_IRUSR | S_IWUSR);
     if (m_lockDescriptor < 0)
         return Lock::Unavailable;
     if (::flock(m_lockDescriptor, LOCK_EX | LOCK_NB) == 0)

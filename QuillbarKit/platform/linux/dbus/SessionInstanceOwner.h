@@ -26,12 +26,7 @@ private Q_SLOTS:
     void handleBusGone();
 
 private:
-    enum class Lock
-    {
-        Held,
-        HeldByOther,
-        Unavailable
-    };
+    enum class Lock { Held, HeldByOther, Unavailable };
 
     Lock takeLock();
     /// Whether the name is ours, or can't be anybody's for want of a bus.

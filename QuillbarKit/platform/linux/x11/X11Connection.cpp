@@ -20,7 +20,8 @@ X11Connection::X11Connection(QObject* parent) : QObject(parent)
     for (int i = 0; i < m_screenNumber && screens.rem > 1; ++i)
         xcb_screen_next(&screens);
     m_root = screens.data->root;
-    m_notifier = std::make_unique<QSocketNotifier>(xcb_get_file_descriptor(m_connection), QSocketNotifier::Read);
+    m_notifier =
+        std::make_unique<QSocketNotifier>(xcb_get_file_descriptor(m_connection), QSocketNotifier::Read);
     connect(m_notifier.get(), &QSocketNotifier::activated, this, &X11Connection::readEvents);
     // The library takes events off the socket too while it waits for a reply; nothing wakes us for those.
     connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock, this, [this] {
@@ -49,9 +50,9 @@ bool X11Connection::isXWayland() const
         return false;
     // Newer servers tell by an extension that does nothing else.
     constexpr std::string_view extension = "XWAYLAND";
-    const auto known =
-        x11Reply(xcb_query_extension_reply, m_connection,
-                 xcb_query_extension(m_connection, static_cast<uint16_t>(extension.size()), extension.data()));
+    const auto known = x11Reply(
+        xcb_query_extension_reply, m_connection,
+        xcb_query_extension(m_connection, static_cast<uint16_t>(extension.size()), extension.data()));
     if (known && known->present)
         return true;
     // Older ones name their outputs so.

@@ -39,17 +39,15 @@ X11PointerMonitor::X11PointerMonitor(X11Connection& connection, bool isXWayland,
 {
     m_gathering.setSingleShot(true);
     m_gathering.setTimerType(Qt::PreciseTimer);
-    connect(&m_gathering, &QTimer::timeout, this, [this] {
-        m_connection.setReadingEnabled(true);
-    });
+    connect(&m_gathering, &QTimer::timeout, this, [this] { m_connection.setReadingEnabled(true); });
     qGuiApp->installEventFilter(this);
     if (!m_connection.isValid())
         return;
     // From version 2.1 on raw events arrive while another program holds a grab.
     const auto version = x11Reply(xcb_input_xi_query_version_reply, m_connection.get(),
                                   xcb_input_xi_query_version(m_connection.get(), 2, 2));
-    m_hasInputExtension =
-        version && (version->major_version > 2 || (version->major_version == 2 && version->minor_version >= 1));
+    m_hasInputExtension = version && (version->major_version > 2 ||
+                                      (version->major_version == 2 && version->minor_version >= 1));
     m_connection.setEventHandler([this](const xcb_generic_event_t& event) {
         if ((event.response_type & 0x7f) == XCB_GE_GENERIC)
             m_motionArrived = true;
@@ -87,7 +85,8 @@ std::unique_ptr<PointerMonitor::Token> X11PointerMonitor::addLocalMonitor(std::f
     return add(m_localHandlers, std::move(handler));
 }
 
-std::unique_ptr<PointerMonitor::Token> X11PointerMonitor::add(Handlers& handlers, std::function<void()> handler)
+std::unique_ptr<PointerMonitor::Token> X11PointerMonitor::add(Handlers& handlers,
+                                                              std::function<void()> handler)
 {
     return std::make_unique<ListToken>(this, handlers, handlers.insert(handlers.end(), std::move(handler)));
 }
@@ -145,7 +144,6 @@ bool X11PointerMonitor::eventFilter(QObject* watched, QEvent* event)
 void X11PointerMonitor::callAll(const Handlers& handlers)
 {
     // A handler may add or remove monitors.
-    const auto all = handlers;
-    for (const auto& handler : all)
+    for (const auto& handler : Handlers(handlers))
         handler();
 }

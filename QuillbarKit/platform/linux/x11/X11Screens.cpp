@@ -10,16 +10,14 @@
 #include <QPointer>
 #include <QScreen>
 
-namespace
-{
+namespace {
 /// Height in points of a usual desktop bar, for desktops without one at the top.
 constexpr double usualBarThickness = 24.0;
 
 uint32_t cardinal(X11Connection& connection, xcb_atom_t property, uint32_t index, uint32_t fallback)
 {
     const auto reply = x11Reply(
-        xcb_get_property_reply,
-        connection.get(),
+        xcb_get_property_reply, connection.get(),
         xcb_get_property(connection.get(), false, connection.root(), property, XCB_ATOM_CARDINAL, index, 1));
     if (!reply || reply->format != 32 || xcb_get_property_value_length(reply.get()) < 4)
         return fallback;

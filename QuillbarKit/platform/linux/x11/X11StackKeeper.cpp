@@ -7,8 +7,7 @@
 #include <array>
 #include <span>
 
-namespace
-{
+namespace {
 /// Long enough that a rival who raises himself in the same way costs next to nothing, too short to notice.
 constexpr int gatherMilliseconds = 40;
 
@@ -40,7 +39,10 @@ void X11StackKeeper::add(xcb_window_t window)
         m_windows.append(window);
 }
 
-void X11StackKeeper::remove(xcb_window_t window) { m_windows.removeAll(window); }
+void X11StackKeeper::remove(xcb_window_t window)
+{
+    m_windows.removeAll(window);
+}
 
 void X11StackKeeper::handleEvent(const xcb_generic_event_t& event)
 {
@@ -81,8 +83,8 @@ void X11StackKeeper::keep()
         if (top == above.rend())
             continue;
         const std::array<uint32_t, 2> values{*top, XCB_STACK_MODE_ABOVE};
-        xcb_configure_window(m_connection.get(), ours, XCB_CONFIG_WINDOW_SIBLING | XCB_CONFIG_WINDOW_STACK_MODE,
-                             values.data());
+        xcb_configure_window(m_connection.get(), ours,
+                             XCB_CONFIG_WINDOW_SIBLING | XCB_CONFIG_WINDOW_STACK_MODE, values.data());
     }
     xcb_flush(m_connection.get());
 }

@@ -11,8 +11,7 @@
 #include <xcb/shape.h>
 #include <xcb/xfixes.h>
 
-namespace
-{
+namespace {
 /// The toolkit's own connection: a shape set on it stays in step with what the toolkit draws.
 xcb_connection_t* drawingConnection()
 {
@@ -20,7 +19,10 @@ xcb_connection_t* drawingConnection()
     return application ? application->connection() : nullptr;
 }
 
-xcb_window_t idOf(const QWindow& window) { return static_cast<xcb_window_t>(window.winId()); }
+xcb_window_t idOf(const QWindow& window)
+{
+    return static_cast<xcb_window_t>(window.winId());
+}
 
 void setShape(const QWindow& window, xcb_shape_kind_t kind, const QRegion& region)
 {
@@ -29,8 +31,9 @@ void setShape(const QWindow& window, xcb_shape_kind_t kind, const QRegion& regio
         rectangles.append({static_cast<int16_t>(rect.x()), static_cast<int16_t>(rect.y()),
                            static_cast<uint16_t>(rect.width()), static_cast<uint16_t>(rect.height())});
     }
-    xcb_shape_rectangles(drawingConnection(), XCB_SHAPE_SO_SET, kind, XCB_CLIP_ORDERING_YX_BANDED, idOf(window), 0,
-                         0, static_cast<uint32_t>(rectangles.size()), rectangles.constData());
+    xcb_shape_rectangles(drawingConnection(), XCB_SHAPE_SO_SET, kind, XCB_CLIP_ORDERING_YX_BANDED,
+                         idOf(window), 0, 0, static_cast<uint32_t>(rectangles.size()),
+                         rectangles.constData());
     xcb_flush(drawingConnection());
 }
 
@@ -62,9 +65,9 @@ void X11WindowServer::watchCompositor()
     const auto name = QByteArray("_NET_WM_CM_S") + QByteArray::number(m_connection.screenNumber());
     m_compositorSelection = m_connection.atom(name.constData());
     xcb_xfixes_select_selection_input(m_connection.get(), m_connection.root(), m_compositorSelection,
-                                      XCB_XFIXES_SELECTION_EVENT_MASK_SET_SELECTION_OWNER
-                                          | XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_WINDOW_DESTROY
-                                          | XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_CLIENT_CLOSE);
+                                      XCB_XFIXES_SELECTION_EVENT_MASK_SET_SELECTION_OWNER |
+                                          XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_WINDOW_DESTROY |
+                                          XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_CLIENT_CLOSE);
     readCompositor();
 }
 
@@ -103,15 +106,15 @@ void X11WindowServer::applyTraits(QWindow& window, const WindowTraits& traits)
     }
     window.create();
     m_shapes.insert(&window, {});
-    connect(&window, &QObject::destroyed, this, [this](QObject* gone) {
-        m_shapes.remove(static_cast<QWindow*>(gone));
-    });
+    connect(&window, &QObject::destroyed, this,
+            [this](QObject* gone) { m_shapes.remove(static_cast<QWindow*>(gone)); });
     if (!traits.hasShadow) {
-        // Compositing managers of X11 that draw shadows look here; the rectangle would get one, not the shape.
+        // Compositing managers of X11 that draw shadows look here; the rectangle would get one, not the
+        // shape.
         const uint32_t none = 0;
         const auto connection = drawingConnection();
-        xcb_change_property(connection, XCB_PROP_MODE_REPLACE, idOf(window), m_connection.atom("_COMPTON_SHADOW"),
-                            XCB_ATOM_CARDINAL, 32, 1, &none);
+        xcb_change_property(connection, XCB_PROP_MODE_REPLACE, idOf(window),
+                            m_connection.atom("_COMPTON_SHADOW"), XCB_ATOM_CARDINAL, 32, 1, &none);
     }
     if (isOverlay)
         m_stackKeeper->add(idOf(window));
@@ -193,6 +196,7 @@ void X11WindowServer::resignKey(QWindow& window)
     xcb_set_input_focus(m_connection.get(), XCB_INPUT_FOCUS_POINTER_ROOT, XCB_INPUT_FOCUS_POINTER_ROOT,
                         XCB_CURRENT_TIME);
     if (m_focusBefore != XCB_WINDOW_NONE)
-        xcb_set_input_focus(m_connection.get(), XCB_INPUT_FOCUS_POINTER_ROOT, m_focusBefore, XCB_CURRENT_TIME);
+        xcb_set_input_focus(m_connection.get(), XCB_INPUT_FOCUS_POINTER_ROOT, m_focusBefore,
+                            XCB_CURRENT_TIME);
     xcb_flush(m_connection.get());
 }

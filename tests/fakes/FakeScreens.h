@@ -1,0 +1,23 @@
+#pragma once
+
+#include "platform/Screens.h"
+
+/// Displays as a test sets them up.
+class FakeScreens final : public Screens
+{
+public:
+    QList<Screen> all;
+    std::optional<Screen> main;
+    double barThickness = 24.0;
+
+    QList<Screen> screens() const override { return all; }
+    std::optional<Screen> mainScreen() const override { return main; }
+    double menuBarThickness() const override { return barThickness; }
+
+    /// One display of that frame, without a camera housing.
+    void setSingle(const ScreenRect& frame)
+    {
+        main = Screen{QStringLiteral("only"), frame, 0, {}, {}};
+        all = {*main};
+    }
+};
