@@ -66,7 +66,7 @@ def test_sway_moves_a_pointer_over_xwayland(sway_desktop):
     sway_desktop.click(200, 100)
     client.wait_for("enter")
     client.wait_for("press")
-    wait_until(lambda: sway_desktop.screenshot().getpixel((200, 100)) == client.colour,
+    wait_until(lambda: sway_desktop.screenshot().getpixel((400, 200)) == client.colour,
                what="its colour is seen")
     name = sway_desktop.create_output()
     assert sorted(sway_desktop.outputs()) == ["HEADLESS-1", name]

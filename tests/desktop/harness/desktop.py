@@ -154,6 +154,11 @@ class Desktop(Session):
         """A recording client; see clients.Client."""
         return self._keep(Client(self.x, *arguments, **options))
 
+    def backdrop(self, colour=(200, 30, 30)):
+        """One colour over all of the screen, beneath whatever comes later and out of the window
+        manager's hands. Start it before Quillbar."""
+        return self.client(Rect(0, 0, *self.x.size), colour, "backdrop", override_redirect=True)
+
     def dock(self, height):
         return self._keep(Dock(self.x, height))
 

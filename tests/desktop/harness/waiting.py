@@ -30,3 +30,16 @@ def holds_for(condition, seconds, what):
         value = condition()
         assert value, f"did not hold: {what} (value: {value!r})"
         time.sleep(0.004)
+
+
+def holds_until(condition, moment, what):
+    """Assert that `condition` is true at every look that is over before `moment` (monotonic).
+
+    A look that ends later proves nothing, so a busy machine can't make this fail.
+    """
+    while True:
+        value = condition()
+        if time.monotonic() >= moment:
+            return
+        assert value, f"did not hold: {what} (value: {value!r})"
+        time.sleep(0.004)
