@@ -11,30 +11,30 @@ on_each_manager = pytest.mark.parametrize(
     "desktop", [{"wm": wm} for wm in MANAGERS], indirect=True, ids=MANAGERS)
 
 
-def drawn(desktop):
-    return extent(matches(desktop.screenshot(), BLACK))
+def wait_for_drawing(desktop, backdrop, *wanted):
+    """Wait until what covers the backdrop reaches from (left, top) to (right, bottom)."""
+    def drawn():
+        return extent(~matches(desktop.screenshot(), backdrop.colour))
 
-
-def wait_for_drawing(desktop, left, top, right, bottom):
-    wait_until(lambda: drawn(desktop) == (left, top, right, bottom),
-               what=f"black fills {left, top, right, bottom}, last {drawn(desktop)}")
+    wait_until(lambda: drawn() == wanted, what=f"{wanted} is drawn")
 
 
 @on_each_manager
 def test_the_window_hangs_at_the_top_centre_and_draws_only_the_notch(desktop):
-    desktop.backdrop()
+    backdrop = desktop.backdrop()
     desktop.launch()
     assert desktop.panel.geometry == Rect(340, 0, 600, 240)
-    wait_for_drawing(desktop, 540, 0, 740, 24)
+    wait_for_drawing(desktop, backdrop, 540, 0, 740, 24)
+    assert matches(desktop.screenshot(), BLACK)[0:23, 570:710].all()
 
 
 @on_each_manager
 def test_opening_fills_the_window_and_moves_nothing(desktop):
-    desktop.backdrop()
+    backdrop = desktop.backdrop()
     desktop.launch()
     before = desktop.panel.geometry
     desktop.open_panel()
-    wait_for_drawing(desktop, 340, 0, 940, 240)
+    wait_for_drawing(desktop, backdrop, 340, 0, 940, 240)
     assert desktop.panel.geometry == before
 
 
@@ -73,7 +73,7 @@ def test_edges_are_sharp_at_every_scale(desktop):
     assert off_centre <= 2, "more than a pixel off the centre"
 
     desktop.open_panel()
-    wait_for_drawing(desktop, place.x, 0, place.right, place.bottom)
+    wait_for_drawing(desktop, backdrop, place.x, 0, place.right, place.bottom)
     shot = desktop.screenshot()
     black, bare = matches(shot, BLACK), matches(shot, backdrop.colour)
     # Between the rounded corners, with a pixel to spare.

@@ -43,11 +43,16 @@ class Client:
         if mapped:
             self.map()
 
-    def map(self):
+    def map(self, hidden=False):
+        """`hidden`: a window behind a full-screen one, which a tiling manager doesn't even map."""
         self.window.map()
         self.connection.sync()
-        wait_until(lambda: self.window.get_attributes().map_state == X.IsViewable,
-                   what=f"{self.title} is on the screen")
+        if hidden:
+            wait_until(lambda: self.window.id in self.x.managed_ids(),
+                       what=f"{self.title} is managed")
+        else:
+            wait_until(lambda: self.window.get_attributes().map_state == X.IsViewable,
+                       what=f"{self.title} is on the screen")
         return self
 
     def unmap(self):
@@ -128,6 +133,19 @@ class Client:
         self.x.send_to_root(self.window, "_NET_WM_DESKTOP", index, 2)
         wait_until(lambda: list(self.x.property(self.window, "_NET_WM_DESKTOP") or []) == [index],
                    what=f"{self.title} is on workspace {index}")
+
+
+class Backdrop(Client):
+    """A wallpaper of one colour: a desktop window, which stays beneath all others."""
+
+    def __init__(self, x, colour):
+        super().__init__(x, Rect(0, 0, *x.size), colour, "backdrop", mapped=False)
+        self.window.change_property(
+            x.atom("_NET_WM_WINDOW_TYPE"), Xatom.ATOM, 32,
+            [x.atom("_NET_WM_WINDOW_TYPE_DESKTOP")])
+        self.map()
+        wait_until(lambda: x.pixel(0, 0) == colour and x.pixel(x.size[0] - 1, x.size[1] - 1)
+                   == colour, what="the backdrop fills the screen")
 
 
 class Dock(Client):

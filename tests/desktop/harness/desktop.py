@@ -7,7 +7,7 @@ import time
 from Xlib import X
 
 from . import accessibility
-from .clients import Client, Dock, Locker
+from .clients import Backdrop, Client, Dock, Locker
 from .dragging import DragSource
 from .ipc import Ipc
 from .processes import read_line_from
@@ -155,9 +155,8 @@ class Desktop(Session):
         return self._keep(Client(self.x, *arguments, **options))
 
     def backdrop(self, colour=(200, 30, 30)):
-        """One colour over all of the screen, beneath whatever comes later and out of the window
-        manager's hands. Start it before Quillbar."""
-        return self.client(Rect(0, 0, *self.x.size), colour, "backdrop", override_redirect=True)
+        """A wallpaper of one colour, so that a screenshot tells what covers it."""
+        return self._keep(Backdrop(self.x, colour))
 
     def dock(self, height):
         return self._keep(Dock(self.x, height))
