@@ -68,5 +68,13 @@ def test_sway_moves_a_pointer_over_xwayland(sway_desktop):
     client.wait_for("press")
     wait_until(lambda: sway_desktop.screenshot().getpixel((400, 200)) == client.colour,
                what="its colour is seen")
-    name = sway_desktop.create_output()
-    assert sorted(sway_desktop.outputs()) == ["HEADLESS-1", name]
+
+
+@pytest.mark.desktop(pluggable=True)
+def test_sway_monitors_come_and_go(sway_desktop):
+    assert list(sway_desktop.outputs()) == ["WL-1"]
+    second = sway_desktop.plug((1000, 700))
+    wait_until(lambda: sway_desktop.x.size == (2280, 800), what="XWayland spans both")
+    sway_desktop.unplug("WL-1")
+    assert list(sway_desktop.outputs()) == [second]
+    wait_until(lambda: sway_desktop.x.size[1] == 700, what="XWayland spans the second")

@@ -154,7 +154,7 @@ class Session:
     def close(self):
         # Programs first, then what they run on. A display server must clear its socket away.
         for process in reversed(self.processes):
-            if process.name in ("xvfb", "sway"):
+            if process.name in ("xvfb", "sway", "stage"):
                 process.end()
             else:
                 process.kill()

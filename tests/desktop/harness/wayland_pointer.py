@@ -1,13 +1,14 @@
 """A pointing device for a headless compositor.
 
 Without any device the seat has no pointer at all and no window would ever hear of one. This
-makes a virtual one over the wire of zwlr_virtual_pointer_v1; moving it is the compositor's own
-business (`seat - cursor`).
+makes a virtual one over the wire of zwlr_virtual_pointer_v1, so that motion and buttons take the
+road of a real device's.
 """
 
 import os
 import socket
 import struct
+import time
 
 _DISPLAY = 1
 _REGISTRY, _CALLBACK, _MANAGER, _POINTER = 2, 3, 4, 5  # ids must be handed out in order of use
@@ -62,6 +63,20 @@ class VirtualPointer:
                 elif target == _CALLBACK:  # all globals have been told
                     assert found is not None, f"the compositor has no {_INTERFACE}"
                     return found
+
+    def move(self, x, y, width, height):
+        """To a place in a layout of this size (logical pixels)."""
+        self._send(_POINTER, 1, struct.pack("=IIIII", self._now(), x, y, width, height))
+        self._send(_POINTER, 4, b"")  # frame
+
+    def button(self, code, pressed):
+        """`code` as the kernel numbers buttons."""
+        self._send(_POINTER, 2, struct.pack("=III", self._now(), code, pressed))
+        self._send(_POINTER, 4, b"")
+
+    @staticmethod
+    def _now():
+        return int(time.monotonic() * 1000) & 0xFFFFFFFF
 
     def close(self):
         self._socket.close()
