@@ -1,0 +1,60 @@
+"""Fixtures of the desktop tests. README.md here says how to use them."""
+
+import re
+
+import pytest
+
+from harness.desktop import Desktop
+from harness.sway import SwayDesktop
+
+
+def pytest_configure(config):
+    config.addinivalue_line(
+        "markers", "desktop(**options): options of the `desktop` fixture, as of harness.Desktop")
+
+
+@pytest.hookimpl(hookwrapper=True)
+def pytest_runtest_makereport(item, call):
+    outcome = yield
+    if call.when == "call":
+        item.failed = outcome.get_result().failed
+
+
+def _evidence_name(request):
+    return re.sub(r"[^\w.+-]+", "_", request.node.nodeid.rpartition("/")[2])
+
+
+def _options(request):
+    options = {}
+    for marker in reversed(list(request.node.iter_markers("desktop"))):
+        options.update(marker.kwargs)
+    options.update(getattr(request, "param", None) or {})
+    return options
+
+
+def _run(request, session):
+    try:
+        yield session
+        if getattr(request.node, "failed", False):
+            session.keep_evidence(_evidence_name(request))
+    finally:
+        session.close()
+
+
+@pytest.fixture
+def desktop(request):
+    """A running X11 desktop without Quillbar. Options come from @pytest.mark.desktop(...) or
+    from an indirect parametrisation with a dictionary."""
+    yield from _run(request, Desktop(**_options(request)))
+
+
+@pytest.fixture
+def sway_desktop(request):
+    """A running Wayland desktop without Quillbar; options as for `desktop`."""
+    yield from _run(request, SwayDesktop(**_options(request)))
+
+
+@pytest.fixture
+def quillbar(desktop):
+    """Quillbar on that desktop, its panel on the screen."""
+    return desktop.launch()

@@ -1,0 +1,48 @@
+"""What a process costs, read from /proc."""
+
+import os
+
+_TICKS = os.sysconf("SC_CLK_TCK")
+
+
+class Figures:
+    """For a class with a `pid`."""
+
+    def cpu_seconds(self):
+        """User and system time of all threads, in seconds (resolution 10 ms)."""
+        with open(f"/proc/{self.pid}/stat", encoding="utf-8") as stream:
+            fields = stream.read().rpartition(")")[2].split()
+        return (int(fields[11]) + int(fields[12])) / _TICKS
+
+    def context_switches(self):
+        """Voluntary and forced switches of all threads: each voluntary one is a wake-up."""
+        return self.wakeups() + self._sum_over_threads("nonvoluntary_ctxt_switches")
+
+    def wakeups(self):
+        return self._sum_over_threads("voluntary_ctxt_switches")
+
+    def _sum_over_threads(self, field):
+        total = 0
+        for thread in self._threads():
+            try:
+                with open(f"/proc/{self.pid}/task/{thread}/status", encoding="utf-8") as stream:
+                    for line in stream:
+                        if line.startswith(field + ":"):
+                            total += int(line.split()[1])
+            except (FileNotFoundError, ProcessLookupError):
+                continue
+        return total
+
+    def _threads(self):
+        try:
+            return os.listdir(f"/proc/{self.pid}/task")
+        except FileNotFoundError:
+            return []
+
+    def pss_kib(self):
+        """Proportional set size in KiB."""
+        with open(f"/proc/{self.pid}/smaps_rollup", encoding="utf-8") as stream:
+            for line in stream:
+                if line.startswith("Pss:"):
+                    return int(line.split()[1])
+        raise AssertionError("no Pss in smaps_rollup")

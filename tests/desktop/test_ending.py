@@ -1,0 +1,54 @@
+"""How the program ends: on a signal with status 0, without a display with one line."""
+
+import signal
+
+import pytest
+
+from harness.waiting import wait_until
+
+
+@pytest.mark.parametrize("signum", [signal.SIGTERM, signal.SIGINT])
+@pytest.mark.parametrize("opened", [False, True], ids=["closed", "open"])
+def test_a_signal_ends_it_in_order(desktop, quillbar, signum, opened):
+    if opened:
+        desktop.open_panel()
+    quillbar.send(signum)
+    assert quillbar.wait() == 0
+    assert quillbar.output_lines == []
+    wait_until(lambda: not desktop.panel.windows(), what="its window is gone")
+
+
+@pytest.mark.parametrize("opened", [False, True], ids=["closed", "open"])
+def test_a_lost_display_ends_it_with_one_line(desktop, quillbar, opened):
+    if opened:
+        desktop.open_panel()
+    spent = quillbar.cpu_seconds()
+    desktop.xvfb.kill()
+    last = spent
+
+    def ended():
+        nonlocal last
+        try:
+            last = quillbar.cpu_seconds()
+        except (FileNotFoundError, ProcessLookupError, IndexError):
+            pass
+        return not quillbar.running
+
+    wait_until(ended, what="the program has ended")
+    assert quillbar.status > 0, f"ended with {quillbar.status}: {quillbar.output}"
+    assert len(quillbar.output_lines) == 1, quillbar.output
+    assert last - spent < 0.5, "it was busy after the display had gone"
+
+
+def test_without_any_display_it_says_so_and_ends(desktop):
+    app = desktop.start_quillbar({"DISPLAY": None})
+    app.wait()
+    assert app.status > 0
+    assert len(app.output_lines) == 1, app.output
+
+
+def test_a_display_that_refuses_ends_it(desktop):
+    app = desktop.start_quillbar({"DISPLAY": ":59999"})
+    app.wait()
+    assert app.status > 0
+    assert len(app.output_lines) == 1, app.output
