@@ -5,6 +5,7 @@ class Clock;
 class MainQueue;
 class PointerMonitor;
 class Screens;
+class UserDefaults;
 class WindowServer;
 
 /// Everything through which the kit reaches the world. All of it outlives the application controller.
@@ -16,4 +17,5 @@ struct Platform
     PointerMonitor& pointerMonitor;
     WindowServer& windowServer;
     AlertSound& alertSound;
+    UserDefaults& userDefaults;
 };

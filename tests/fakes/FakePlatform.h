@@ -7,6 +7,9 @@
 #include "fakes/ManualClock.h"
 #include "fakes/ManualMainQueue.h"
 #include "platform/Platform.h"
+#include "support/UserDefaults.h"
+
+#include <QTemporaryDir>
 
 /// Every port in memory, on one hand-driven clock.
 struct FakePlatform
@@ -17,6 +20,8 @@ struct FakePlatform
     FakePointerMonitor pointer;
     FakeWindowServer windowServer;
     FakeAlertSound alertSound;
+    QTemporaryDir folder;
+    UserDefaults userDefaults{folder.filePath(QStringLiteral("defaults.json"))};
 
-    Platform ports() { return {clock, mainQueue, screens, pointer, windowServer, alertSound}; }
+    Platform ports() { return {clock, mainQueue, screens, pointer, windowServer, alertSound, userDefaults}; }
 };

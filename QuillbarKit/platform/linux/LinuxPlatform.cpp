@@ -6,8 +6,10 @@
 #include "platform/linux/x11/X11PointerMonitor.h"
 #include "platform/linux/x11/X11Screens.h"
 #include "platform/linux/x11/X11WindowServer.h"
+#include "support/AppPaths.h"
 #include "support/Clock.h"
 #include "support/QtMainQueue.h"
+#include "support/UserDefaults.h"
 
 #include <QtGlobal>
 
@@ -26,6 +28,7 @@ struct LinuxPlatform::Parts
     X11PointerMonitor pointerMonitor{pointerConnection, pointerConnection.isXWayland()};
     X11WindowServer windowServer{windowsConnection, windowsConnection.isXWayland()};
     CanberraAlertSound alertSound;
+    UserDefaults userDefaults{AppPaths::configDirectory() + QStringLiteral("/defaults.json")};
 };
 
 bool LinuxPlatform::prepareApplication()
@@ -55,7 +58,7 @@ LinuxPlatform::~LinuxPlatform() = default;
 Platform LinuxPlatform::ports()
 {
     return {m_parts->clock,          m_parts->mainQueue,    m_parts->screens,
-            m_parts->pointerMonitor, m_parts->windowServer, m_parts->alertSound};
+            m_parts->pointerMonitor, m_parts->windowServer, m_parts->alertSound,   m_parts->userDefaults};
 }
 
 InstanceOwner& LinuxPlatform::instanceOwner()
