@@ -23,7 +23,7 @@ ALLOWED = {
 
 # Headers of the desktop's own libraries, which only the Linux side of the ports may know.
 DESKTOP_HEADER = re.compile(
-    r"(xcb/|X11/|wayland|xkbcommon/|gio/|glib|gobject/|pulse/|QtDBus/|QDBus|qpa/|sys/inotify\.h)"
+    r"(xcb/|X11/|wayland|xkbcommon/|gio/|glib|gobject/|pulse/|canberra\.h|QtDBus/|QDBus|qpa/|sys/inotify\.h)"
 )
 
 # Where time, processes, buses and the environment come from; they come in through ports instead.
