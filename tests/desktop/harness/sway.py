@@ -19,6 +19,7 @@ for_window [app_id="wlroots"] floating enable, border none
 exec 'echo "${displays}" > "$XDG_RUNTIME_DIR/{name}.displays"'
 """
 _BUTTONS = {1: 0x110, 2: 0x112, 3: 0x111}  # X's numbers to the kernel's
+_STEP = 6  # pixels
 
 
 class SwayDesktop(Session):
@@ -31,7 +32,7 @@ class SwayDesktop(Session):
 
     def __init__(self, size=(1280, 800), scale=None, pluggable=False):
         super().__init__(test_user())
-        self.x = self.ipc = self._stage = self._device = None
+        self.x = self.ipc = self._stage = self._device = self._pointer = None
         self.clients = []
         if scale is not None:
             self.env["QT_SCALE_FACTOR"] = str(scale)
@@ -135,9 +136,20 @@ class SwayDesktop(Session):
         return client
 
     def move_pointer(self, x, y):
+        """Move as a hand does, in small steps. Where the pointer enters a surface, XWayland adds
+        the step that led there to its place once more, so a leap would land far off."""
+        x, y = int(x), int(y)
         rects = [each["rect"] for each in self.outputs().values()]
-        self._device.move(int(x), int(y), max(rect["x"] + rect["width"] for rect in rects),
-                          max(rect["y"] + rect["height"] for rect in rects))
+        layout = (max(rect["x"] + rect["width"] for rect in rects),
+                  max(rect["y"] + rect["height"] for rect in rects))
+        from_x, from_y = self._pointer or (x, y)
+        steps = max(abs(x - from_x), abs(y - from_y), _STEP) // _STEP
+        for step in range(1, steps):
+            self._device.move(from_x + (x - from_x) * step // steps,
+                              from_y + (y - from_y) * step // steps, *layout)
+        self._device.move(x + 1, y, *layout)
+        self._device.move(x, y, *layout)
+        self._pointer = (x, y)
 
     def click(self, x, y, button=1):
         self.move_pointer(x, y)
