@@ -1,6 +1,7 @@
 #include "AppDelegate.h"
 
 #include "platform/Screens.h"
+#include "platform/WindowServer.h"
 #include "shell/NotchPanel.h"
 #include "shell/NotchScreen.h"
 #include "shell/NotchWindow.h"
@@ -23,13 +24,16 @@ constexpr double shownMarginBelow = 14.0;
 constexpr double hiddenMarginAcross = 20.0;
 constexpr double hideGraceSeconds = 0.4;
 constexpr double drawerHeightSeconds = 0.42;
+constexpr double initialPresetSeconds = 300.0;
 
 const auto rootViewUrl = QUrl(QStringLiteral("qrc:/qt/qml/Quillbar/NotchRootView.qml"));
 } // namespace
 
-AppDelegate::AppDelegate(const Platform& platform, std::vector<std::unique_ptr<NotchModule>> modules,
+AppDelegate::AppDelegate(const Platform& platform, std::vector<std::unique_ptr<NotchModule>> furtherModules,
                          QObject* parent)
-    : QObject(parent), m_platform(platform), m_registry(std::move(modules)),
+    : QObject(parent), m_platform(platform), m_settings(platform.userDefaults),
+      m_timerService(initialPresetSeconds, platform.clock, platform.mainQueue, platform.alertSound),
+      m_registry(makeModules(std::move(furtherModules))),
       m_tracker(platform.pointerMonitor, platform.screens, platform.mainQueue)
 {}
 
@@ -53,6 +57,12 @@ void AppDelegate::applicationDidFinishLaunching()
     applyTrackerGeometry();
     m_tracker.onChange = [this](bool inside) { handleProximity(inside); };
     m_tracker.start();
+    // 9. The modules.
+    handSettingsToRegistry();
+    // 12. to 14. What decides the peek, and the settings of the services.
+    subscribeTimerActivity();
+    pushTimerSettings();
+    subscribeTimerSettings();
     // 15. The displays.
     connect(&m_platform.screens, &Screens::changed, this, &AppDelegate::screenParamsChanged);
 }
@@ -89,6 +99,9 @@ QVariantMap AppDelegate::rootViewInputs()
 {
     return {
         {QStringLiteral("panelState"), QVariant::fromValue(&m_panelState)},
+        {QStringLiteral("registry"), QVariant::fromValue(&m_registry)},
+        {QStringLiteral("settings"), QVariant::fromValue(&m_settings)},
+        {QStringLiteral("blended"), m_platform.windowServer.isCompositing()},
         {QStringLiteral("notchInsetTop"), m_notchSize.height()},
         {QStringLiteral("notchWidth"), m_notchSize.width()},
         {QStringLiteral("expandedWidth"), expandedWidth},
@@ -106,6 +119,8 @@ void AppDelegate::buildWindow()
     if (!view)
         qFatal("Quillbar: the panel's view can't be made: %s", qUtf8Printable(component.errorString()));
     m_window = NotchWindow::make(m_platform.windowServer, view, expandedSize());
+    connect(&m_platform.windowServer, &WindowServer::isCompositingChanged, view,
+            [this, view] { view->setProperty("blended", m_platform.windowServer.isCompositing()); });
 }
 
 void AppDelegate::rebuildRoot()

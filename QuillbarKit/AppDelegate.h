@@ -1,16 +1,20 @@
 #pragma once
 
 #include "platform/Platform.h"
+#include "settings/QuillbarSettings.h"
 #include "shell/ModuleRegistry.h"
 #include "shell/MouseTracker.h"
 #include "shell/PanelState.h"
 #include "support/ScreenRect.h"
+#include "support/Subscribe.h"
+#include "timer/TimerService.h"
 
 #include <QObject>
 #include <QSizeF>
 
 #include <functional>
 #include <memory>
+#include <vector>
 
 class NotchPanel;
 class QQmlEngine;
@@ -23,8 +27,9 @@ class AppDelegate : public QObject
     Q_OBJECT
 
 public:
-    /// The modules are registered in their order.
-    explicit AppDelegate(const Platform& platform, std::vector<std::unique_ptr<NotchModule>> modules = {},
+    /// `furtherModules` are registered after the program's own.
+    explicit AppDelegate(const Platform& platform,
+                         std::vector<std::unique_ptr<NotchModule>> furtherModules = {},
                          QObject* parent = nullptr);
     ~AppDelegate() override;
 
@@ -45,6 +50,8 @@ public:
     void endComposeEvent();
 
     PanelState& panelState() { return m_panelState; }
+    QuillbarSettings& settings() { return m_settings; }
+    TimerService& timerService() { return m_timerService; }
     ModuleRegistry& registry() { return m_registry; }
     const MouseTracker& tracker() const { return m_tracker; }
     /// Null until launched.
@@ -63,18 +70,43 @@ private:
     void cancelHide();
     void screenParamsChanged();
 
+    // Each subsystem's share of the launch, in the subsystem's own folder.
+    void handSettingsToRegistry();
+    void subscribeTimerActivity();
+    void pushTimerSettings();
+    void subscribeTimerSettings();
+
+    /// Runs `action` with the value that `getter` reads, now and at each change, a turn of the loop later.
+    template <typename Source, typename Getter, typename Signal, typename Action>
+    void onEach(Source& source, Getter getter, Signal signal, Action action)
+    {
+        m_cancellables.push_back(subscribe(m_platform.mainQueue, &source, getter, signal).then(this, action));
+    }
+    /// The same for values that differ from the one before.
+    template <typename Source, typename Getter, typename Signal, typename Action>
+    void onChange(Source& source, Getter getter, Signal signal, Action action)
+    {
+        m_cancellables.push_back(
+            subscribe(m_platform.mainQueue, &source, getter, signal).removeDuplicates().then(this, action));
+    }
+
+    std::vector<std::unique_ptr<NotchModule>>
+    makeModules(std::vector<std::unique_ptr<NotchModule>> furtherModules);
     QSizeF expandedSize() const;
     QVariantMap rootViewInputs();
     /// Stops the process when the window is missing: every caller runs after launch.
     NotchPanel& requireWindow(const char* caller) const;
 
     Platform m_platform;
+    QuillbarSettings m_settings;
     PanelState m_panelState;
+    TimerService m_timerService;
     ModuleRegistry m_registry;
     MouseTracker m_tracker;
     QSizeF m_notchSize{200.0, 32.0};
     ScreenRect m_screenFrame;
     std::shared_ptr<WorkItem> m_hideWorkItem;
+    std::vector<Subscription> m_cancellables;
     std::unique_ptr<QQmlEngine> m_engine;
     std::unique_ptr<NotchPanel> m_window;
 };

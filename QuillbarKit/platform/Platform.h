@@ -1,9 +1,11 @@
 #pragma once
 
+class AlertSound;
 class Clock;
 class MainQueue;
 class PointerMonitor;
 class Screens;
+class UserDefaults;
 class WindowServer;
 
 /// Everything through which the kit reaches the world. All of it outlives the application controller.
@@ -14,4 +16,6 @@ struct Platform
     Screens& screens;
     PointerMonitor& pointerMonitor;
     WindowServer& windowServer;
+    AlertSound& alertSound;
+    UserDefaults& userDefaults;
 };

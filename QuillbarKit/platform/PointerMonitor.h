@@ -29,4 +29,8 @@ public:
 
     /// The same for movements that this program's own windows receive.
     virtual std::unique_ptr<Token> addLocalMonitor(std::function<void()> handler) = 0;
+
+    /// Tells how far, in points, the pointer now is from where its movements matter. A pointer that is far
+    /// off need not be followed as closely.
+    virtual void setDistanceOfInterest(double points) = 0;
 };

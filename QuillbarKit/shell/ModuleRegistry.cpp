@@ -7,20 +7,22 @@
 
 ModuleRegistry::ModuleRegistry(std::vector<std::unique_ptr<NotchModule>> modules, QObject* parent)
     : QObject(parent), m_modules(std::move(modules))
-{}
+{
+    publish();
+}
 
 ModuleRegistry::~ModuleRegistry() = default;
 
 void ModuleRegistry::setEnabledIDs(std::optional<QStringList> enabledIDs)
 {
     m_enabledIDs = std::move(enabledIDs);
-    Q_EMIT changed();
+    publish();
 }
 
 void ModuleRegistry::setOrder(std::optional<QStringList> order)
 {
     m_order = std::move(order);
-    Q_EMIT changed();
+    publish();
 }
 
 NotchModule* ModuleRegistry::module(const QString& id) const
@@ -60,4 +62,45 @@ NotchModule* ModuleRegistry::peekModule() const
             best = module;
     }
     return best;
+}
+
+void ModuleRegistry::publish()
+{
+    QStringList ids;
+    for (const auto* module : visibleModules())
+        ids.append(module->id());
+    if (ids != m_visibleIDs) {
+        m_visibleIDs = ids;
+        Q_EMIT visibleIDsChanged();
+    }
+    Q_EMIT changed();
+}
+
+QString ModuleRegistry::shownID(const QString& selectedID) const
+{
+    return m_visibleIDs.contains(selectedID) ? selectedID : m_visibleIDs.value(0);
+}
+
+QString ModuleRegistry::peekModuleID() const
+{
+    const auto* module = peekModule();
+    return module ? module->id() : QString();
+}
+
+ModuleView ModuleRegistry::peekLeading(const QString& id) const
+{
+    return require(id).makePeekLeading().value_or(ModuleView());
+}
+
+ModuleView ModuleRegistry::peekTrailing(const QString& id) const
+{
+    return require(id).makePeekTrailing().value_or(ModuleView());
+}
+
+NotchModule& ModuleRegistry::require(const QString& id) const
+{
+    auto* found = module(id);
+    if (!found)
+        qFatal("ModuleRegistry: there is no module \"%s\"", qUtf8Printable(id));
+    return *found;
 }

@@ -4,6 +4,7 @@
 
 #include <QObject>
 #include <QStringList>
+#include <QtQmlIntegration>
 
 #include <memory>
 #include <optional>
@@ -14,6 +15,12 @@
 class ModuleRegistry : public QObject
 {
     Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("made by the application controller")
+    /// The ids of the visible modules in display order. Unlike changed(), its signal tells of a difference.
+    Q_PROPERTY(QStringList visibleIDs READ visibleIDs NOTIFY visibleIDsChanged)
+    /// The id of the module that peeks, empty when none does.
+    Q_PROPERTY(QString peekModuleID READ peekModuleID NOTIFY changed)
 
 public:
     explicit ModuleRegistry(std::vector<std::unique_ptr<NotchModule>> modules, QObject* parent = nullptr);
@@ -32,6 +39,24 @@ public:
 
     std::vector<NotchModule*> visibleModules() const;
 
+    QStringList visibleIDs() const { return m_visibleIDs; }
+
+    /// The id of the module to show for that selected id: itself when it is visible, else the first visible
+    /// one, else empty.
+    Q_INVOKABLE QString shownID(const QString& selectedID) const;
+
+    // For the views; the id is that of a registered module.
+    Q_INVOKABLE QString title(const QString& id) const { return require(id).title(); }
+    Q_INVOKABLE QString iconSystemName(const QString& id) const { return require(id).iconSystemName(); }
+    Q_INVOKABLE bool fillsAvailableHeight(const QString& id) const
+    {
+        return require(id).fillsAvailableHeight();
+    }
+    Q_INVOKABLE ModuleView expandedView(const QString& id) const { return require(id).makeExpandedView(); }
+    /// A view without a source where the module has none for that side.
+    Q_INVOKABLE ModuleView peekLeading(const QString& id) const;
+    Q_INVOKABLE ModuleView peekTrailing(const QString& id) const;
+
     /// The visible, active module with the highest priority, the first in display order among equals; null
     /// when none is active.
     NotchModule* peekModule() const;
@@ -39,12 +64,19 @@ public:
     /// To be called when something that a module's isActive is made of may have changed.
     void notifyActivityChanged() { Q_EMIT changed(); }
 
+    QString peekModuleID() const;
+
 Q_SIGNALS:
     /// What the functions above return may have changed.
     void changed();
+    void visibleIDsChanged();
 
 private:
+    NotchModule& require(const QString& id) const;
+    void publish();
+
     std::vector<std::unique_ptr<NotchModule>> m_modules;
     std::optional<QStringList> m_enabledIDs;
     std::optional<QStringList> m_order;
+    QStringList m_visibleIDs;
 };

@@ -5,6 +5,7 @@
 
 #include <QPointer>
 
+#include <algorithm>
 #include <cmath>
 
 MouseTracker::MouseTracker(PointerMonitor& pointerMonitor, const Screens& screens, MainQueue& mainQueue,
@@ -44,8 +45,10 @@ void MouseTracker::evaluate()
     const double top = frame->maxY();
     const double height = m_isInside ? triggerHeightShown : triggerHeightHidden;
     const double width = m_isInside ? triggerWidthShown : triggerWidthHidden;
-    setInside(pointer->y <= top && pointer->y >= top - height &&
-              std::abs(pointer->x - frame->midX()) <= width * 0.5);
+    const double beside = std::abs(pointer->x - frame->midX()) - width * 0.5;
+    const double below = top - height - pointer->y;
+    m_pointerMonitor.setDistanceOfInterest(m_isInside ? 0 : std::max({0.0, beside, below}));
+    setInside(pointer->y <= top && below <= 0 && beside <= 0);
 }
 
 std::optional<ScreenRect> MouseTracker::watchedFrame(const ScreenPoint& pointer) const

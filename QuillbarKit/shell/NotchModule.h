@@ -1,16 +1,29 @@
 #pragma once
 
+#include <QObject>
 #include <QString>
 #include <QUrl>
 #include <QVariantMap>
 
 #include <optional>
+#include <utility>
 
 /// A view to be made where it is shown: the QML type and the properties it is given.
 struct ModuleView
 {
+    Q_GADGET
+    Q_PROPERTY(QUrl source MEMBER source)
+    Q_PROPERTY(QVariantMap properties MEMBER properties)
+
+public:
     QUrl source;
     QVariantMap properties;
+
+    /// The view of that type in our own module.
+    static ModuleView named(const QString& type, QVariantMap properties)
+    {
+        return {QUrl(QStringLiteral("qrc:/qt/qml/Quillbar/%1.qml").arg(type)), std::move(properties)};
+    }
 };
 
 /// What every module of the panel fulfils. A module is a thin adapter: it names itself and makes views from

@@ -43,6 +43,8 @@ void NotchPanel::animateFrame(const ScreenRect& frame, double seconds)
 {
     m_frameAnimation.stop();
     m_frameAnimation.disconnect(this);
+    if (frame == m_frame)
+        return;
     const auto start = m_frame;
     connect(&m_frameAnimation, &QVariantAnimation::valueChanged, this,
             [this, start, frame](const QVariant& value) {
@@ -101,12 +103,14 @@ QRegion NotchPanel::drawnPixels() const
 {
     if (!m_contentView)
         return {};
-    // The view lists the items that something is drawn in.
+    // The view lists the items that something is drawn in; some come and go.
     const double scale = effectiveDevicePixelRatio();
     QRegion pixels;
     const QQmlListReference drawn(m_contentView, "drawnItems");
     for (qsizetype i = 0; i < drawn.count(); ++i) {
         const auto* item = qobject_cast<const QQuickItem*>(drawn.at(i));
+        if (!item || !item->isVisible())
+            continue;
         const auto rect = item->mapRectToScene(QRectF({}, item->size()));
         if (const auto* shape = qobject_cast<const NotchShapeItem*>(item))
             pixels += shape->shape().pixels(rect, scale);

@@ -1,24 +1,47 @@
 import QtQuick
 import Quillbar
 
-// The only content of the notch panel: the black shape that grows from the notch. The window keeps its full
-// size; what is not drawn here is transparent.
+// The only content of the notch panel: the shape that grows from the notch, the peeks beside it while it is
+// closed, the icon bar and the module shown. The window keeps its full size; what is not drawn here is
+// transparent.
 Item {
     id: root
 
     required property PanelState panelState
+    required property ModuleRegistry registry
+    required property QuillbarSettings settings
+    // Whether transparent parts of the window show what lies beneath.
+    required property bool blended
     required property real notchInsetTop
     required property real notchWidth
     required property real expandedWidth
     required property real expandedHeight
 
+    readonly property bool isOpen: panelState.isOpen
+    readonly property bool isGlass: settings.notchGlass && isOpen
+    readonly property real contentBottom: notchInsetTop + Math.max(0, panelState.contentHeight)
+    // Depends on what is visible, too.
+    readonly property string shownID: (registry.visibleIDs, registry.shownID(panelState.activeModuleID))
+    // One device pixel.
+    readonly property real pixel: 1 / Screen.devicePixelRatio
+
     // What the window is cut down to where nothing blends it with what lies beneath.
-    readonly property list<Item> drawnItems: [drawer]
+    readonly property list<Item> drawnItems: [drawer, peeks.leadingItem, peeks.trailingItem]
+
+    PeekLayer {
+        id: peeks
+
+        width: root.expandedWidth
+        height: root.notchInsetTop
+        isOpen: root.isOpen
+        registry: root.registry
+        notchWidth: root.notchWidth
+    }
 
     Spring {
         id: drawerWidth
 
-        to: root.panelState.isOpen ? root.expandedWidth : root.notchWidth
+        to: root.isOpen ? root.expandedWidth : root.notchWidth
         response: 0.42
         damping: 1.0
     }
@@ -26,7 +49,7 @@ Item {
     Spring {
         id: drawerHeight
 
-        to: root.notchInsetTop + (root.panelState.isOpen ? Math.max(0, root.panelState.contentHeight) : 0)
+        to: root.isOpen ? root.contentBottom : root.notchInsetTop
         response: 0.42
         damping: 1.0
     }
@@ -35,14 +58,106 @@ Item {
         id: drawer
 
         // Whole pixels on either side of the middle: edges stay sharp, the shape stays centred.
-        readonly property real pixel: 1 / Screen.devicePixelRatio
-        readonly property real leftEdge: Math.round((root.expandedWidth - drawerWidth.value) / 2 / pixel) * pixel
+        readonly property real leftEdge: Math.round((root.expandedWidth - drawerWidth.value) / 2 / root.pixel) * root.pixel
 
         x: leftEdge
         width: root.expandedWidth - 2 * leftEdge
-        height: Math.round(drawerHeight.value / pixel) * pixel
+        height: Math.round(drawerHeight.value / root.pixel) * root.pixel
         topRadius: 7
         bottomRadius: 22
-        color: "black"
+        color: root.isGlass ? "transparent" : "black"
+        clip: true
+
+        Loader {
+            anchors.fill: parent
+            active: root.settings.notchGlass
+            visible: root.isGlass
+            sourceComponent: GlassBackground {
+                topRadius: drawer.topRadius
+                bottomRadius: drawer.bottomRadius
+                translucent: root.blended
+            }
+        }
+
+        NotchShapeItem {
+            anchors.fill: parent
+            visible: root.isGlass
+            topRadius: drawer.topRadius
+            bottomRadius: drawer.bottomRadius
+            color: "#40000000"
+        }
+
+        Item {
+            id: content
+
+            x: -drawer.x
+            width: root.expandedWidth
+            height: root.contentBottom
+            opacity: root.isOpen ? 1 : 0
+            // Out of sight is out of reach, for a screen reader too.
+            visible: opacity > 0
+
+            Behavior on opacity {
+                SequentialAnimation {
+                    PauseAnimation {
+                        duration: root.isOpen ? 120 : 0
+                    }
+                    NumberAnimation {
+                        duration: 180
+                        easing.type: Easing.BezierSpline
+                        easing.bezierCurve: [0, 0, 0.58, 1, 1, 1]
+                    }
+                }
+            }
+
+            IconBar {
+                id: iconBar
+
+                y: root.notchInsetTop + 18
+                anchors.horizontalCenter: parent.horizontalCenter
+                panelState: root.panelState
+                registry: root.registry
+                settings: root.settings
+            }
+
+            ModuleStage {
+                anchors.top: iconBar.bottom
+                anchors.topMargin: 4
+                anchors.bottom: parent.bottom
+                width: parent.width
+                registry: root.registry
+                shownID: root.shownID
+            }
+        }
+
+        Loader {
+            anchors.fill: parent
+            active: opacity > 0
+            opacity: root.settings.notchFrameEnabled && root.isOpen ? 1 : 0
+            sourceComponent: NotchFrameItem {
+                topRadius: drawer.topRadius
+                bottomRadius: drawer.bottomRadius
+                color: root.settings.accentColor
+            }
+
+            Behavior on opacity {
+                NumberAnimation {
+                    duration: 250
+                    easing.type: Easing.BezierSpline
+                    easing.bezierCurve: [0.42, 0, 0.58, 1, 1, 1]
+                }
+            }
+        }
+    }
+
+    Connections {
+        // A module that is no longer offered can't stay the selected one.
+        function onVisibleIDsChanged() {
+            const ids = root.registry.visibleIDs;
+            if (ids.length > 0 && ids.indexOf(root.panelState.activeModuleID) < 0)
+                root.panelState.activeModuleID = ids[0];
+        }
+
+        target: root.registry
     }
 }

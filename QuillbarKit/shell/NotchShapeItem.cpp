@@ -34,7 +34,24 @@ void NotchShapeItem::setColor(const QColor& color)
     update();
 }
 
+void NotchShapeItem::setEndColor(const QColor& color)
+{
+    if (color == m_endColor)
+        return;
+    m_endColor = color;
+    Q_EMIT colorChanged();
+    update();
+}
+
 void NotchShapeItem::paint(QPainter* painter)
 {
-    painter->fillPath(m_shape.path(boundingRect()), m_color);
+    const auto path = m_shape.path(boundingRect());
+    if (!m_endColor.isValid()) {
+        painter->fillPath(path, m_color);
+        return;
+    }
+    QLinearGradient gradient(0, 0, 0, height());
+    gradient.setColorAt(0, m_color);
+    gradient.setColorAt(1, m_endColor);
+    painter->fillPath(path, gradient);
 }

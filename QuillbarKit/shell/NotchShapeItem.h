@@ -6,7 +6,7 @@
 #include <QQuickPaintedItem>
 #include <QtQmlIntegration>
 
-/// A NotchShape filled with one colour, the size of the item, its straight edges on whole device pixels.
+/// A NotchShape the size of the item, filled with one colour or with two that change from top to bottom.
 class NotchShapeItem : public QQuickPaintedItem
 {
     Q_OBJECT
@@ -14,6 +14,8 @@ class NotchShapeItem : public QQuickPaintedItem
     Q_PROPERTY(double topRadius READ topRadius WRITE setTopRadius NOTIFY shapeChanged)
     Q_PROPERTY(double bottomRadius READ bottomRadius WRITE setBottomRadius NOTIFY shapeChanged)
     Q_PROPERTY(QColor color READ color WRITE setColor NOTIFY colorChanged)
+    /// At the bottom edge; an invalid one, which it is at first, means the same colour as at the top.
+    Q_PROPERTY(QColor endColor READ endColor WRITE setEndColor NOTIFY colorChanged)
 
 public:
     explicit NotchShapeItem(QQuickItem* parent = nullptr);
@@ -24,6 +26,8 @@ public:
     void setBottomRadius(double bottomRadius);
     QColor color() const { return m_color; }
     void setColor(const QColor& color);
+    QColor endColor() const { return m_endColor; }
+    void setEndColor(const QColor& color);
 
     const NotchShape& shape() const { return m_shape; }
 
@@ -36,4 +40,5 @@ Q_SIGNALS:
 private:
     NotchShape m_shape;
     QColor m_color = Qt::black;
+    QColor m_endColor;
 };

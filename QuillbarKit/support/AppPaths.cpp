@@ -2,6 +2,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QStandardPaths>
 
 #include <fcntl.h>
 #include <pwd.h>
@@ -76,4 +77,9 @@ QString AppPaths::supportDirectory()
 QString AppPaths::configDirectory()
 {
     return ownFolder("XDG_CONFIG_HOME", QStringLiteral("/.config"));
+}
+
+QString AppPaths::desktopDirectory()
+{
+    return QStandardPaths::writableLocation(QStandardPaths::DesktopLocation);
 }

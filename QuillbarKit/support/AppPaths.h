@@ -10,4 +10,8 @@ QString supportDirectory();
 
 /// "Quillbar" under $XDG_CONFIG_HOME (or ~/.config), in the same way.
 QString configDirectory();
+
+/// The user's desktop folder as their XDG user directories name it, else "Desktop" in the home folder. Not
+/// made.
+QString desktopDirectory();
 } // namespace AppPaths

@@ -44,7 +44,9 @@ void Spring::setTo(double to)
         return;
     m_to = to;
     Q_EMIT toChanged();
-    if (!m_isComplete) {
+    if (!m_isComplete || !m_isEnabled) {
+        m_animation->stop();
+        m_velocity = 0;
         setValue(to);
         return;
     }

@@ -22,6 +22,8 @@ class Spring : public QObject, public QQmlParserStatus
     Q_PROPERTY(double damping MEMBER m_damping NOTIFY parametersChanged)
     /// Closer to `to` than this counts as arrived, in the unit of the value.
     Q_PROPERTY(double epsilon MEMBER m_epsilon NOTIFY parametersChanged)
+    /// While false, `value` takes a new `to` as it comes.
+    Q_PROPERTY(bool enabled MEMBER m_isEnabled NOTIFY parametersChanged)
     Q_PROPERTY(bool running READ isRunning NOTIFY runningChanged)
 
 public:
@@ -54,6 +56,7 @@ private:
     double m_response = 0.5;
     double m_damping = 1.0;
     double m_epsilon = 0.05;
+    bool m_isEnabled = true;
     bool m_isComplete = false;
     DampedOscillator m_oscillator;
     Animation* m_animation;

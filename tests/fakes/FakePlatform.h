@@ -1,11 +1,15 @@
 #pragma once
 
+#include "fakes/FakeAlertSound.h"
 #include "fakes/FakePointerMonitor.h"
 #include "fakes/FakeScreens.h"
 #include "fakes/FakeWindowServer.h"
 #include "fakes/ManualClock.h"
 #include "fakes/ManualMainQueue.h"
 #include "platform/Platform.h"
+#include "support/UserDefaults.h"
+
+#include <QTemporaryDir>
 
 /// Every port in memory, on one hand-driven clock.
 struct FakePlatform
@@ -15,6 +19,9 @@ struct FakePlatform
     FakeScreens screens;
     FakePointerMonitor pointer;
     FakeWindowServer windowServer;
+    FakeAlertSound alertSound;
+    QTemporaryDir folder;
+    UserDefaults userDefaults{folder.filePath(QStringLiteral("defaults.json"))};
 
-    Platform ports() { return {clock, mainQueue, screens, pointer, windowServer}; }
+    Platform ports() { return {clock, mainQueue, screens, pointer, windowServer, alertSound, userDefaults}; }
 };

@@ -23,6 +23,9 @@ public:
         return offersLocalMonitor ? add(m_local, std::move(handler)) : nullptr;
     }
 
+    double distanceOfInterest = 0;
+    void setDistanceOfInterest(double points) override { distanceOfInterest = points; }
+
     std::size_t globalMonitors() const { return m_global.size(); }
     std::size_t localMonitors() const { return m_local.size(); }
 

@@ -48,7 +48,7 @@ class TestHouseRules(unittest.TestCase):
             ("QuillbarKit/timer/A.cpp", '"shell/NotchModule.h"'),
             ("QuillbarKit/timer/A.cpp", '"moc_A.cpp"'),
             ("QuillbarKit/timer/A.cpp", '"A.moc"'),
-            ("QuillbarKit/settings/A.cpp", '"clipboard/ClipContentDetector.h"'),
+            ("QuillbarKit/settings/A.cpp", '"clipboard/ColorParser.h"'),
             ("QuillbarKit/timer/TimerWiring.cpp", '"AppDelegate.h"'),
             ("QuillbarKit/AppDelegate.cpp", '"timer/B.h"'),
             ("QuillbarKit/AppDelegate.cpp", '"timer/TimerWiring.h"'),

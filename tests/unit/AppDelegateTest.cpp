@@ -20,6 +20,7 @@ protected:
     AppDelegate& launch()
     {
         delegate.applicationDidFinishLaunching();
+        platform.mainQueue.runUntilIdle();
         return delegate;
     }
 

@@ -1,12 +1,15 @@
 #include "platform/linux/LinuxPlatform.h"
 
 #include "platform/linux/dbus/SessionInstanceOwner.h"
+#include "platform/linux/sound/CanberraAlertSound.h"
 #include "platform/linux/x11/X11Connection.h"
 #include "platform/linux/x11/X11PointerMonitor.h"
 #include "platform/linux/x11/X11Screens.h"
 #include "platform/linux/x11/X11WindowServer.h"
+#include "support/AppPaths.h"
 #include "support/Clock.h"
 #include "support/QtMainQueue.h"
+#include "support/UserDefaults.h"
 
 #include <QtGlobal>
 
@@ -24,6 +27,8 @@ struct LinuxPlatform::Parts
     X11Screens screens{screensConnection, mainQueue};
     X11PointerMonitor pointerMonitor{pointerConnection, pointerConnection.isXWayland()};
     X11WindowServer windowServer{windowsConnection, windowsConnection.isXWayland()};
+    CanberraAlertSound alertSound;
+    UserDefaults userDefaults{AppPaths::configDirectory() + QStringLiteral("/defaults.json")};
 };
 
 bool LinuxPlatform::prepareApplication()
@@ -52,8 +57,8 @@ LinuxPlatform::~LinuxPlatform() = default;
 
 Platform LinuxPlatform::ports()
 {
-    return {m_parts->clock, m_parts->mainQueue, m_parts->screens, m_parts->pointerMonitor,
-            m_parts->windowServer};
+    return {m_parts->clock,          m_parts->mainQueue,    m_parts->screens,
+            m_parts->pointerMonitor, m_parts->windowServer, m_parts->alertSound,   m_parts->userDefaults};
 }
 
 InstanceOwner& LinuxPlatform::instanceOwner()

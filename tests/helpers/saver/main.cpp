@@ -1,14 +1,19 @@
-// Saves one file by AtomicFile while its system calls are disturbed as told:
+// Saves one file while its system calls are disturbed as told, or until it is killed:
 //
-//     quillbar_saver PATH LETTER SIZE [kill-at N] [tear-at N] [fail CALL NUMBER ERRNO] [short BYTES]
-//     [interrupt] quillbar_saver PATH loop
+//     quillbar_saver PATH LETTER SIZE [OPTION...]
+//     quillbar_saver PATH loop
+//     quillbar_saver PATH defaults
 //
-// The first form writes SIZE times LETTER, prints the calls that were made, and ends with 0, or with 1 when
-// the save reported a failure. The second prints a line and then saves without end, LETTER and SIZE going
-// together as the test knows.
+// where an OPTION is kill-at N, tear-at N, fail CALL NUMBER ERRNO, short BYTES or interrupt.
+//
+// The first form writes SIZE times LETTER by AtomicFile, prints the calls that were made, and ends with 0, or
+// with 1 when the save reported a failure. The second prints a line and then saves without end, LETTER and
+// SIZE going together as the test knows. The third sets preferences without end: "count" goes up by one, from
+// what is stored, and is printed once it is set, and before the first set too; "padding" varies in size.
 #include "SystemCalls.h"
 
 #include "support/AtomicFile.h"
+#include "support/UserDefaults.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -29,6 +34,19 @@ int loop(const QString& path)
     for (char letter = 'a';; letter = letter == 'z' ? 'a' : static_cast<char>(letter + 1)) {
         if (!AtomicFile::write(path, QByteArray(40'000 + 3'001 * (letter - 'a'), letter)))
             return 1;
+    }
+}
+
+[[noreturn]] void setDefaults(const QString& path)
+{
+    UserDefaults defaults(path);
+    qint64 count = defaults.get<qint64>(QStringLiteral("count")).value_or(0);
+    while (true) {
+        std::printf("%lld\n", static_cast<long long>(count));
+        std::fflush(stdout);
+        if (count % 4 == 0)
+            defaults.set(QStringLiteral("padding"), QStringList(count % 1000, QStringLiteral("padding")));
+        defaults.set(QStringLiteral("count"), ++count);
     }
 }
 
@@ -64,6 +82,8 @@ int main(int argc, char* argv[])
     const QString path = QString::fromLocal8Bit(argv[1]);
     if (std::strcmp(argv[2], "loop") == 0)
         return loop(path);
+    if (std::strcmp(argv[2], "defaults") == 0)
+        setDefaults(path);
     if (argc < 4)
         usage();
     auto& calls = SystemCalls::instance();

@@ -210,3 +210,16 @@ TEST_F(MouseTrackerTest, WhenTheLastDisplayGoesThePointerIsOutsideOnce)
     moveTo(500, 799);
     EXPECT_THAT(changes, ElementsAre(true, false));
 }
+
+TEST_F(MouseTrackerTest, TellsHowFarThePointerIsFromTheZone)
+{
+    tracker.start();
+    moveTo(640 + 110 + 300, 799);
+    EXPECT_EQ(pointer.distanceOfInterest, 300);
+    moveTo(640, 800 - 24 - 500);
+    EXPECT_EQ(pointer.distanceOfInterest, 500);
+    moveTo(640, 799);
+    EXPECT_EQ(pointer.distanceOfInterest, 0);
+    moveTo(640, 600);
+    EXPECT_EQ(pointer.distanceOfInterest, 0);
+}

@@ -8,9 +8,18 @@
 #include <QGuiApplication>
 #include <QPointer>
 
+#include <algorithm>
 #include <utility>
 
 #include <xcb/xinput.h>
+
+namespace {
+/// Well below a frame, so a movement that matters is never a frame late.
+constexpr int shortestGatherMilliseconds = 8;
+constexpr int longestGatherMilliseconds = 32;
+/// What a hand does at its fastest.
+constexpr double pointsPerMillisecond = 12;
+} // namespace
 
 /// Takes its handler off the list when destroyed; the list may be gone by then.
 class X11PointerMonitor::ListToken final : public Token
@@ -35,7 +44,8 @@ private:
 };
 
 X11PointerMonitor::X11PointerMonitor(X11Connection& connection, bool isXWayland, QObject* parent)
-    : QObject(parent), m_connection(connection), m_isXWayland(isXWayland)
+    : QObject(parent), m_connection(connection), m_isXWayland(isXWayland),
+      m_gatherMilliseconds(shortestGatherMilliseconds)
 {
     m_gathering.setSingleShot(true);
     m_gathering.setTimerType(Qt::PreciseTimer);
@@ -91,6 +101,15 @@ std::unique_ptr<PointerMonitor::Token> X11PointerMonitor::add(Handlers& handlers
     return std::make_unique<ListToken>(this, handlers, handlers.insert(handlers.end(), std::move(handler)));
 }
 
+void X11PointerMonitor::setDistanceOfInterest(double points)
+{
+    m_gatherMilliseconds = static_cast<int>(std::clamp<double>(
+        points / pointsPerMillisecond, shortestGatherMilliseconds, longestGatherMilliseconds));
+    // The gathering that is under way began with the movement that this is told of.
+    if (m_gathering.isActive() && m_gathering.interval() != m_gatherMilliseconds)
+        m_gathering.start(m_gatherMilliseconds);
+}
+
 void X11PointerMonitor::selectRawMotion(bool select)
 {
     if (!m_connection.isValid())
@@ -112,7 +131,7 @@ void X11PointerMonitor::handleRawMotion()
         return;
     // Further events wait in the socket, where they wake nobody.
     m_connection.setReadingEnabled(false);
-    m_gathering.start(gatherMilliseconds);
+    m_gathering.start(m_gatherMilliseconds);
     callAll(m_globalHandlers);
 }
 

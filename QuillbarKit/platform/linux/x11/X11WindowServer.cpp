@@ -7,6 +7,7 @@
 
 #include <QGuiApplication>
 #include <QList>
+#include <QPointer>
 
 #include <xcb/shape.h>
 #include <xcb/xfixes.h>
@@ -128,7 +129,19 @@ void X11WindowServer::setFrame(QWindow& window, const ScreenRect& frame)
 void X11WindowServer::setIgnoresMouseEvents(QWindow& window, bool ignores)
 {
     m_shapes[&window].ignoresMouseEvents = ignores;
-    applyInputShape(window);
+    if (ignores) {
+        applyInputShape(window);
+        return;
+    }
+    // A window that takes the mouse under the pointer is entered at once, and the toolkit then waits for the
+    // server more than once. What opening has set off, such as an animation, starts first.
+    QMetaObject::invokeMethod(
+        this,
+        [this, opened = QPointer(&window)] {
+            if (opened)
+                applyInputShape(*opened);
+        },
+        Qt::QueuedConnection);
 }
 
 void X11WindowServer::setHoverZone(QWindow& window, const QRectF& zone)

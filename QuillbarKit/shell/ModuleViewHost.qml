@@ -1,0 +1,21 @@
+import QtQuick
+
+// Holds one view of a module. The view is made when it is first wanted and kept from then on: trees that are
+// made and destroyed again and again leave memory behind.
+Loader {
+    id: host
+
+    required property bool wanted
+    // A ModuleView.
+    required property var view
+
+    readonly property bool hasSource: view !== undefined && view.source.toString() !== ""
+
+    function load() {
+        if (wanted && hasSource && source.toString() === "")
+            setSource(view.source, view.properties);
+    }
+
+    onWantedChanged: load()
+    Component.onCompleted: load()
+}

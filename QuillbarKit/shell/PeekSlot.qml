@@ -1,0 +1,49 @@
+import QtQuick
+import Quillbar
+
+// One side of the notch: the peek view of the module that peeks, eight points from the notch.
+Item {
+    id: slot
+
+    required property bool isLeading
+    required property ModuleRegistry registry
+    required property string peekID
+
+    // The last one stays while it fades out.
+    property string heldID: ""
+    property Item shownItem: null
+
+    onPeekIDChanged: {
+        if (peekID !== "")
+            heldID = peekID;
+    }
+    Component.onCompleted: heldID = peekID
+
+    Repeater {
+        model: slot.registry.visibleIDs
+
+        ModuleViewHost {
+            id: host
+
+            required property string modelData
+            readonly property bool isHeld: slot.heldID === modelData
+
+            x: slot.isLeading ? slot.width - width - 8 : 8
+            anchors.verticalCenter: parent.verticalCenter
+            wanted: isHeld
+            visible: isHeld
+            view: slot.isLeading ? slot.registry.peekLeading(modelData) : slot.registry.peekTrailing(modelData)
+            onIsHeldChanged: publish()
+            onLoaded: publish()
+            Component.onDestruction: {
+                if (slot.shownItem === host)
+                    slot.shownItem = null;
+            }
+
+            function publish() {
+                if (isHeld)
+                    slot.shownItem = item ? host : null;
+            }
+        }
+    }
+}

@@ -1,0 +1,25 @@
+import QtQuick
+import Quillbar
+
+// A small round button with a symbol.
+PressableButton {
+    id: button
+
+    required property string symbol
+
+    width: 32
+    height: 32
+
+    Rectangle {
+        anchors.fill: parent
+        radius: width / 2
+        color: Qt.rgba(1, 1, 1, button.hovered ? 0.16 : 0.1)
+    }
+
+    Symbol {
+        anchors.centerIn: parent
+        name: button.symbol
+        pointSize: 13
+        color: "white"
+    }
+}

@@ -1,0 +1,55 @@
+import QtQuick
+
+// What every control of ours has in common: it is reached with Tab, pressed with Space or Return, named for
+// a screen reader, and shows its focus. What it looks like is its children's affair.
+Item {
+    id: control
+
+    // What it is called, or what it does where a symbol alone tells it.
+    required property string name
+    property string help: ""
+    property bool checkable: false
+    property bool checked: false
+    // Where the ring that shows the focus stands.
+    property real focusRadius: Math.min(width, height) / 2
+    readonly property bool hovered: hover.hovered
+    readonly property bool pressed: tap.pressed
+
+    signal tapped
+
+    activeFocusOnTab: true
+    Keys.onSpacePressed: control.tapped()
+    Keys.onReturnPressed: control.tapped()
+    Keys.onEnterPressed: control.tapped()
+
+    Accessible.role: control.checkable ? Accessible.RadioButton : Accessible.Button
+    Accessible.name: control.name
+    Accessible.description: control.help
+    Accessible.checkable: control.checkable
+    Accessible.checked: control.checked
+    Accessible.focusable: true
+    Accessible.focused: control.activeFocus
+    Accessible.onPressAction: control.tapped()
+
+    HoverHandler {
+        id: hover
+    }
+
+    TapHandler {
+        id: tap
+
+        gesturePolicy: TapHandler.ReleaseWithinBounds
+        onTapped: control.tapped()
+    }
+
+    Rectangle {
+        anchors.fill: parent
+        anchors.margins: -2
+        z: 1
+        visible: control.activeFocus
+        radius: control.focusRadius + 2
+        color: "transparent"
+        border.width: 1.5
+        border.color: "#ccffffff"
+    }
+}

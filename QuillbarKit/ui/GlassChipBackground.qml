@@ -1,0 +1,21 @@
+import QtQuick
+
+// Behind a small control: a faint pane that lights up under the pointer.
+Rectangle {
+    id: chip
+
+    property real cornerRadius: 8
+    property bool hovering: false
+    property color tint: "white"
+
+    radius: cornerRadius
+    color: Qt.rgba(tint.r, tint.g, tint.b, hovering ? 0.14 : 0.07)
+    border.width: 0.5
+    border.color: Qt.rgba(tint.r, tint.g, tint.b, hovering ? 0.18 : 0.1)
+
+    Behavior on color {
+        ColorAnimation {
+            duration: 120
+        }
+    }
+}
