@@ -32,8 +32,7 @@ def test_hovering_opens_and_leaving_closes(sway_desktop):
         sway_desktop.move_pointer(MIDDLE, 5)
         sway_desktop.panel.wait_until_open()
         sway_desktop.move_pointer(MIDDLE, 60)
-        wait_until(lambda: covered(sway_desktop) == (340, 0, 940, 240),
-                   what="the open panel is drawn")
+        wait_until(lambda: covered(sway_desktop) == (340, 0, 940, 240), what="the open panel is drawn")
         sway_desktop.move_pointer(MIDDLE, 120)
         holds_for(sway_desktop.panel.takes_clicks, 2 * GRACE, "the panel is open")
         left = time.monotonic()
@@ -41,8 +40,7 @@ def test_hovering_opens_and_leaving_closes(sway_desktop):
         holds_until(sway_desktop.panel.takes_clicks, left + 0.75 * GRACE, "it is open yet")
         sway_desktop.panel.wait_until_closed()
         assert sway_desktop.panel.input_region == ZONE
-        wait_until(lambda: covered(sway_desktop) == (540, 0, 740, 24),
-                   what="only the notch is drawn")
+        wait_until(lambda: covered(sway_desktop) == (540, 0, 740, 24), what="only the notch is drawn")
 
 
 def test_a_click_beside_the_zone_reaches_the_window_beneath(sway_desktop):

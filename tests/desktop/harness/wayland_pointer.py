@@ -38,8 +38,11 @@ class VirtualPointer:
         self._manager_number = None
         self._round_trip()
         assert self._manager_number is not None, f"the compositor has no {_INTERFACE}"
-        self._send(_REGISTRY, 0, struct.pack("=I", self._manager_number) + _text(_INTERFACE)
-                   + struct.pack("=II", 1, _MANAGER))  # bind, version 1
+        self._send(
+            _REGISTRY,
+            0,
+            struct.pack("=I", self._manager_number) + _text(_INTERFACE) + struct.pack("=II", 1, _MANAGER),
+        )  # bind, version 1
         self._send(_MANAGER, 0, struct.pack("=II", 0, _POINTER))  # create, on the default seat
 
     def _send(self, target, opcode, payload):
@@ -62,7 +65,7 @@ class VirtualPointer:
                 body, self._received = self._received[8:size], self._received[size:]
                 if target == _REGISTRY and word & 0xFFFF == 0:  # global
                     number, length = struct.unpack_from("=II", body)
-                    if body[8:8 + length - 1].decode() == _INTERFACE:
+                    if body[8 : 8 + length - 1].decode() == _INTERFACE:
                         self._manager_number = number
                 elif target == _DISPLAY and word & 0xFFFF == 0:
                     raise AssertionError(f"the compositor complains: {body!r}")
