@@ -10,7 +10,8 @@ from harness.sway import SwayDesktop
 
 def pytest_configure(config):
     config.addinivalue_line(
-        "markers", "desktop(**options): options of the `desktop` fixture, as of harness.Desktop")
+        "markers", "desktop(**options): options of the `desktop` fixture, as of harness.Desktop"
+    )
 
 
 @pytest.hookimpl(hookwrapper=True)

@@ -8,7 +8,8 @@ from harness.waiting import wait_until
 from harness.x11 import Rect
 
 each_manager = pytest.mark.parametrize(
-    "desktop", [{"wm": wm} for wm in MANAGERS], indirect=True, ids=MANAGERS)
+    "desktop", [{"wm": wm} for wm in MANAGERS], indirect=True, ids=MANAGERS
+)
 
 
 @each_manager
@@ -66,8 +67,9 @@ def test_sway_moves_a_pointer_over_xwayland(sway_desktop):
     sway_desktop.click(200, 100)
     client.wait_for("enter")
     client.wait_for("press")
-    wait_until(lambda: sway_desktop.screenshot().getpixel((400, 200)) == client.colour,
-               what="its colour is seen")
+    wait_until(
+        lambda: sway_desktop.screenshot().getpixel((400, 200)) == client.colour, what="its colour is seen"
+    )
 
 
 @pytest.mark.desktop(pluggable=True)

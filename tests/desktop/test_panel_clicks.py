@@ -6,7 +6,8 @@ from harness.x11 import Rect
 
 MANAGERS = ("openbox", "xfwm4", "mutter", "i3")
 on_each_manager = pytest.mark.parametrize(
-    "desktop", [{"wm": wm} for wm in MANAGERS], indirect=True, ids=MANAGERS)
+    "desktop", [{"wm": wm} for wm in MANAGERS], indirect=True, ids=MANAGERS
+)
 
 OUTSIDE = (200, 600)
 

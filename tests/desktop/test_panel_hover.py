@@ -12,7 +12,8 @@ MIDDLE = 640
 GRACE = 0.4
 
 pytestmark = pytest.mark.parametrize(
-    "desktop", [{"wm": "openbox"}, {"wm": "xfwm4"}], indirect=True, ids=["openbox", "xfwm4"])
+    "desktop", [{"wm": "openbox"}, {"wm": "xfwm4"}], indirect=True, ids=["openbox", "xfwm4"]
+)
 
 
 def stays_closed(desktop, app):
@@ -39,8 +40,7 @@ def test_a_pointer_that_is_there_at_the_start_opens(desktop):
     desktop.panel.wait_until_open()
 
 
-@pytest.mark.parametrize("place", [(MIDDLE, 120), (MIDDLE - 306, 100), (MIDDLE + 306, 100),
-                                   (MIDDLE, 252)])
+@pytest.mark.parametrize("place", [(MIDDLE, 120), (MIDDLE - 306, 100), (MIDDLE + 306, 100), (MIDDLE, 252)])
 def test_stays_open_while_the_pointer_is_inside(desktop, quillbar, place):
     desktop.open_panel()
     desktop.x.glide_pointer(*place)

@@ -8,11 +8,13 @@ from harness.x11 import Rect
 
 MANAGERS = ("openbox", "xfwm4", "mutter")
 on_each_manager = pytest.mark.parametrize(
-    "desktop", [{"wm": wm} for wm in MANAGERS], indirect=True, ids=MANAGERS)
+    "desktop", [{"wm": wm} for wm in MANAGERS], indirect=True, ids=MANAGERS
+)
 
 
 def wait_for_drawing(desktop, backdrop, *wanted):
     """Wait until what covers the backdrop reaches from (left, top) to (right, bottom)."""
+
     def drawn():
         return extent(~matches(desktop.screenshot(), backdrop.colour))
 
@@ -49,20 +51,29 @@ def test_a_bar_that_comes_later_moves_the_drawer(desktop):
     desktop.launch()
     assert desktop.panel.geometry.height == 240
     desktop.dock(40)
-    wait_until(lambda: desktop.panel.geometry == Rect(340, 0, 600, 256),
-               what="the panel has made room for the bar")
+    wait_until(
+        lambda: desktop.panel.geometry == Rect(340, 0, 600, 256), what="the panel has made room for the bar"
+    )
 
 
-SCALES = [{"scale": 1}, {"scale": 1.25}, {"scale": 1.5}, {"scale": 2},
-          {"dpi": 120}, {"dpi": 144}, {"dpi": 192}]
+SCALES = [
+    {"scale": 1},
+    {"scale": 1.25},
+    {"scale": 1.5},
+    {"scale": 2},
+    {"dpi": 120},
+    {"dpi": 144},
+    {"dpi": 192},
+]
 WIDTHS = (1600, 1367)
 
 
 @pytest.mark.parametrize(
     "desktop",
-    [{**scale, "size": (width, 900)} for scale in SCALES for width in WIDTHS], indirect=True,
-    ids=[f"{name}-{value}-{width}" for each in SCALES for name, value in each.items()
-         for width in WIDTHS])
+    [{**scale, "size": (width, 900)} for scale in SCALES for width in WIDTHS],
+    indirect=True,
+    ids=[f"{name}-{value}-{width}" for each in SCALES for name, value in each.items() for width in WIDTHS],
+)
 def test_edges_are_sharp_at_every_scale(desktop):
     backdrop = desktop.backdrop()
     desktop.launch()
@@ -80,8 +91,8 @@ def test_edges_are_sharp_at_every_scale(desktop):
     top, bottom = round(7 * desktop.scale) + 1, place.bottom - round(22 * desktop.scale) - 1
     # Along the edges nothing but the drawer itself is drawn.
     border = round(8 * desktop.scale)
-    assert black[top:bottom, place.x:place.x + border].all()
-    assert black[top:bottom, place.right - border:place.right].all()
+    assert black[top:bottom, place.x : place.x + border].all()
+    assert black[top:bottom, place.right - border : place.right].all()
     assert bare[top:bottom, place.x - 1].all() and bare[top:bottom, place.right].all()
     left, right = place.x + round(22 * desktop.scale) + 1, place.right - round(22 * desktop.scale) - 1
     assert black[0, left:right].all()

@@ -8,7 +8,8 @@ from harness.x11 import Rect
 
 MANAGERS = ("openbox", "xfwm4", "mutter", "i3")
 on_each_manager = pytest.mark.parametrize(
-    "desktop", [{"wm": wm} for wm in MANAGERS], indirect=True, ids=MANAGERS)
+    "desktop", [{"wm": wm} for wm in MANAGERS], indirect=True, ids=MANAGERS
+)
 
 
 def notch_is_seen(desktop):
@@ -17,8 +18,11 @@ def notch_is_seen(desktop):
 
 
 def is_above(desktop, client):
-    return (desktop.x.stack_index(desktop.panel.window) > desktop.x.stack_index(client.window)
-            and desktop.x.pixel(20, 100) == client.colour and notch_is_seen(desktop))
+    return (
+        desktop.x.stack_index(desktop.panel.window) > desktop.x.stack_index(client.window)
+        and desktop.x.pixel(20, 100) == client.colour
+        and notch_is_seen(desktop)
+    )
 
 
 def wait_until_above(desktop, client, when):
@@ -35,9 +39,11 @@ def test_above_a_maximised_window(desktop):
     client = full_client(desktop)
     if desktop.wm != "i3":  # a tiling manager gives it all of the screen by itself
         client.maximise()
-    wait_until(lambda: desktop.x.stack_index(desktop.panel.window)
-               > desktop.x.stack_index(client.window) and notch_is_seen(desktop),
-               what="the panel is above the maximised window")
+    wait_until(
+        lambda: desktop.x.stack_index(desktop.panel.window) > desktop.x.stack_index(client.window)
+        and notch_is_seen(desktop),
+        what="the panel is above the maximised window",
+    )
 
 
 @on_each_manager
@@ -123,6 +129,9 @@ def test_a_screen_locker_stays_uncovered(desktop):
     desktop.point_at_notch()
     desktop.point_away()
     app.wait_until_idle()
-    holds_for(lambda: desktop.x.pixel(x, 10) == locker.colour
-              and desktop.x.stack_index(locker.window)
-              > desktop.x.stack_index(desktop.panel.window), 0.3, "the locker covers the notch")
+    holds_for(
+        lambda: desktop.x.pixel(x, 10) == locker.colour
+        and desktop.x.stack_index(locker.window) > desktop.x.stack_index(desktop.panel.window),
+        0.3,
+        "the locker covers the notch",
+    )

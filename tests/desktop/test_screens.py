@@ -8,13 +8,18 @@ from harness.x11 import Rect
 
 
 def wait_for_place(desktop, place):
-    wait_until(lambda: [desktop.x.geometry(each) for each in desktop.panel.windows()] == [place],
-               what=f"the one panel is at {place}")
+    wait_until(
+        lambda: [desktop.x.geometry(each) for each in desktop.panel.windows()] == [place],
+        what=f"the one panel is at {place}",
+    )
 
 
-@pytest.mark.parametrize("desktop", [{"wm": wm, "size": (1600, 1000)}
-                                     for wm in ("openbox", "xfwm4", "mutter")],
-                         indirect=True, ids=["openbox", "xfwm4", "mutter"])
+@pytest.mark.parametrize(
+    "desktop",
+    [{"wm": wm, "size": (1600, 1000)} for wm in ("openbox", "xfwm4", "mutter")],
+    indirect=True,
+    ids=["openbox", "xfwm4", "mutter"],
+)
 def test_the_resolution_changes_while_open(desktop):
     desktop.launch()
     desktop.open_panel()
@@ -35,8 +40,10 @@ def test_nothing_stays_behind_at_the_old_place(desktop):
     wait_for_place(desktop, Rect(200, 0, 600, 240))
     desktop.open_panel()
     # Everything that is not the panel's new place is the backdrop.
-    wait_until(lambda: extent(~matches(desktop.screenshot(), backdrop.colour))
-               == (200, 0, 800, 240), what="only the new place is drawn")
+    wait_until(
+        lambda: extent(~matches(desktop.screenshot(), backdrop.colour)) == (200, 0, 800, 240),
+        what="only the new place is drawn",
+    )
 
 
 @pytest.mark.desktop(size=(2000, 800), monitors=2)
@@ -71,14 +78,19 @@ def test_a_monitor_is_unplugged_and_plugged_again(sway_desktop):
     sway_opens_and_closes(sway_desktop, place.x + 300)
 
     sway_desktop.plug((1280, 800))
-    wait_until(lambda: len(sway_desktop.panel.windows()) == 1 and sway_desktop.panel.geometry
-               in [top_centre_of(each) for each in sway_desktop.outputs().values()],
-               what="the one panel is on a monitor")
+    wait_until(
+        lambda: len(sway_desktop.panel.windows()) == 1
+        and sway_desktop.panel.geometry in [top_centre_of(each) for each in sway_desktop.outputs().values()],
+        what="the one panel is on a monitor",
+    )
     place = sway_desktop.panel.geometry
     sway_opens_and_closes(sway_desktop, place.x + 300)
     # One black notch and no second copy anywhere.
-    wait_until(lambda: extent(matches(sway_desktop.screenshot(), BLACK)[:24])
-               == (place.x + 200, 0, place.x + 400, 24), what="only one notch is drawn")
+    wait_until(
+        lambda: extent(matches(sway_desktop.screenshot(), BLACK)[:24])
+        == (place.x + 200, 0, place.x + 400, 24),
+        what="only one notch is drawn",
+    )
 
 
 @pytest.mark.desktop(pluggable=True)

@@ -9,7 +9,8 @@ from harness.x11 import Rect
 
 MANAGERS = ("openbox", "i3")
 on_each_manager = pytest.mark.parametrize(
-    "desktop", [{"wm": wm} for wm in MANAGERS], indirect=True, ids=MANAGERS)
+    "desktop", [{"wm": wm} for wm in MANAGERS], indirect=True, ids=MANAGERS
+)
 
 PLACE = Rect(340, 0, 600, 240)
 WHOLE = [Rect(0, 0, 600, 240)]
@@ -30,8 +31,9 @@ def look(desktop, backdrop):
     bare = matches(seen, backdrop.colour)
     assert bare[~shape].all(), "something covers the backdrop outside the window's shape"
     empty = (own == 0).all(axis=2) & matches(seen, BLACK)
-    assert not (empty & shape).any(), (
-        f"transparent black shows inside the shape, within {extent(empty & shape)}")
+    assert not (
+        empty & shape
+    ).any(), f"transparent black shows inside the shape, within {extent(empty & shape)}"
     return extent(shape)
 
 
@@ -105,13 +107,19 @@ def test_a_compositor_that_comes_and_goes_switches_over(desktop):
         desktop.start_compositor()
         wait_until(lambda: panel.bounding_region == WHOLE, what="the window is whole")
         # Blended: around the notch the backdrop shows, though the window is there.
-        wait_until(lambda: covered(desktop, backdrop) == (540, 0, 740, 24),
-                   what="only the notch is covered with a compositor")
+        wait_until(
+            lambda: covered(desktop, backdrop) == (540, 0, 740, 24),
+            what="only the notch is covered with a compositor",
+        )
         desktop.stop_compositor()
-        wait_until(lambda: extent(region_mask(panel.bounding_region, 600, 240)) == CLOSED,
-                   what="the window is cut down to the notch")
-        wait_until(lambda: covered(desktop, backdrop) == (540, 0, 740, 24),
-                   what="only the notch is covered without a compositor")
+        wait_until(
+            lambda: extent(region_mask(panel.bounding_region, 600, 240)) == CLOSED,
+            what="the window is cut down to the notch",
+        )
+        wait_until(
+            lambda: covered(desktop, backdrop) == (540, 0, 740, 24),
+            what="only the notch is covered without a compositor",
+        )
         assert look(desktop, backdrop) == CLOSED
 
 
@@ -120,12 +128,13 @@ def test_a_compositor_that_goes_while_open_leaves_the_open_outline(desktop):
     desktop.launch()
     desktop.start_compositor()
     desktop.open_panel()
-    wait_until(lambda: covered(desktop, backdrop) == (340, 0, 940, 240),
-               what="the panel is drawn open")
+    wait_until(lambda: covered(desktop, backdrop) == (340, 0, 940, 240), what="the panel is drawn open")
     desktop.stop_compositor()
     wait_until(lambda: desktop.panel.bounding_region != WHOLE, what="the window has an outline")
-    wait_until(lambda: covered(desktop, backdrop) == (340, 0, 940, 240),
-               what="the panel is drawn open without compositor")
+    wait_until(
+        lambda: covered(desktop, backdrop) == (340, 0, 940, 240),
+        what="the panel is drawn open without compositor",
+    )
     assert look(desktop, backdrop) == OPEN
 
 
@@ -134,5 +143,4 @@ def test_with_a_compositor_the_window_is_whole_from_the_start(desktop):
     backdrop = desktop.backdrop()
     desktop.launch()
     assert desktop.panel.bounding_region == WHOLE
-    wait_until(lambda: covered(desktop, backdrop) == (540, 0, 740, 24),
-               what="only the notch is covered")
+    wait_until(lambda: covered(desktop, backdrop) == (540, 0, 740, 24), what="only the notch is covered")

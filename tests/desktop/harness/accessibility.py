@@ -8,8 +8,7 @@ from gi.repository import Gio, GLib
 
 from .waiting import wait_until
 
-_FLAGS = (Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT
-          | Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION)
+_FLAGS = Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT | Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION
 _ACCESSIBLE = "org.a11y.atspi.Accessible"
 _REGISTRY = ("org.a11y.atspi.Registry", "/org/a11y/atspi/accessible/root")
 
@@ -25,12 +24,14 @@ class Accessible:
         self._bus, self._name, self._path = bus, name, path
 
     def _call(self, interface, method, arguments=None):
-        return self._bus.call_sync(self._name, self._path, interface, method, arguments, None,
-                                   Gio.DBusCallFlags.NONE, 5000, None).unpack()
+        return self._bus.call_sync(
+            self._name, self._path, interface, method, arguments, None, Gio.DBusCallFlags.NONE, 5000, None
+        ).unpack()
 
     def _get(self, interface, name):
-        return self._call("org.freedesktop.DBus.Properties", "Get",
-                          GLib.Variant("(ss)", (interface, name)))[0]
+        return self._call("org.freedesktop.DBus.Properties", "Get", GLib.Variant("(ss)", (interface, name)))[
+            0
+        ]
 
     @property
     def name(self):
@@ -46,8 +47,7 @@ class Accessible:
 
     @property
     def children(self):
-        return [Accessible(self._bus, name, path)
-                for name, path in self._call(_ACCESSIBLE, "GetChildren")[0]]
+        return [Accessible(self._bus, name, path) for name, path in self._call(_ACCESSIBLE, "GetChildren")[0]]
 
     @property
     def text(self):
@@ -89,17 +89,33 @@ class Accessible:
 def program_tree(session_bus_address, pid, timeout=10.0):
     """The root node of the program with process id `pid`."""
     session = connect_bus(session_bus_address)
-    address = session.call_sync("org.a11y.Bus", "/org/a11y/bus", "org.a11y.Bus", "GetAddress",
-                                None, None, Gio.DBusCallFlags.NONE, 5000, None).unpack()[0]
+    address = session.call_sync(
+        "org.a11y.Bus",
+        "/org/a11y/bus",
+        "org.a11y.Bus",
+        "GetAddress",
+        None,
+        None,
+        Gio.DBusCallFlags.NONE,
+        5000,
+        None,
+    ).unpack()[0]
     bus = connect_bus(address)
 
     def find():
         try:
             for program in Accessible(bus, *_REGISTRY).children:
                 answer = bus.call_sync(
-                    "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus",
-                    "GetConnectionUnixProcessID", GLib.Variant("(s)", (program._name,)), None,
-                    Gio.DBusCallFlags.NONE, 5000, None)
+                    "org.freedesktop.DBus",
+                    "/org/freedesktop/DBus",
+                    "org.freedesktop.DBus",
+                    "GetConnectionUnixProcessID",
+                    GLib.Variant("(s)", (program._name,)),
+                    None,
+                    Gio.DBusCallFlags.NONE,
+                    5000,
+                    None,
+                )
                 if answer.unpack()[0] == pid:
                     return program
         except GLib.Error:

@@ -7,22 +7,46 @@ from .waiting import wait_until
 from .x11 import Rect, connect
 
 _EVENTS = {
-    X.EnterNotify: "enter", X.LeaveNotify: "leave", X.MotionNotify: "motion",
-    X.ButtonPress: "press", X.ButtonRelease: "release", X.FocusIn: "focus in",
-    X.FocusOut: "focus out", X.KeyPress: "key press", X.KeyRelease: "key release",
-    X.Expose: "expose", X.MapNotify: "map", X.UnmapNotify: "unmap",
+    X.EnterNotify: "enter",
+    X.LeaveNotify: "leave",
+    X.MotionNotify: "motion",
+    X.ButtonPress: "press",
+    X.ButtonRelease: "release",
+    X.FocusIn: "focus in",
+    X.FocusOut: "focus out",
+    X.KeyPress: "key press",
+    X.KeyRelease: "key release",
+    X.Expose: "expose",
+    X.MapNotify: "map",
+    X.UnmapNotify: "unmap",
     X.ConfigureNotify: "configure",
 }
-_MASK = (X.EnterWindowMask | X.LeaveWindowMask | X.PointerMotionMask | X.ButtonPressMask
-         | X.ButtonReleaseMask | X.FocusChangeMask | X.KeyPressMask | X.KeyReleaseMask
-         | X.StructureNotifyMask | X.ExposureMask)
+_MASK = (
+    X.EnterWindowMask
+    | X.LeaveWindowMask
+    | X.PointerMotionMask
+    | X.ButtonPressMask
+    | X.ButtonReleaseMask
+    | X.FocusChangeMask
+    | X.KeyPressMask
+    | X.KeyReleaseMask
+    | X.StructureNotifyMask
+    | X.ExposureMask
+)
 
 
 class Client:
     """A plain window in one colour that records the events which reach it."""
 
-    def __init__(self, x, rect=Rect(100, 100, 400, 300), colour=(200, 30, 30), title="client",
-                 override_redirect=False, mapped=True):
+    def __init__(
+        self,
+        x,
+        rect=Rect(100, 100, 400, 300),
+        colour=(200, 30, 30),
+        title="client",
+        override_redirect=False,
+        mapped=True,
+    ):
         self.x = x
         self.title = title
         self.colour = colour
@@ -31,15 +55,22 @@ class Client:
         red, green, blue = colour
         root = self.connection.screen().root
         self.window = root.create_window(
-            rect.x, rect.y, rect.width, rect.height, 0, X.CopyFromParent,
-            background_pixel=red << 16 | green << 8 | blue, event_mask=_MASK,
-            override_redirect=override_redirect)
+            rect.x,
+            rect.y,
+            rect.width,
+            rect.height,
+            0,
+            X.CopyFromParent,
+            background_pixel=red << 16 | green << 8 | blue,
+            event_mask=_MASK,
+            override_redirect=override_redirect,
+        )
         self.window.set_wm_name(title)
         self.window.set_wm_class(title, title.capitalize())
-        self.window.set_wm_normal_hints(
-            flags=Xutil.PPosition | Xutil.PSize | Xutil.USPosition | Xutil.USSize)
-        self.window.set_wm_hints(flags=Xutil.InputHint | Xutil.StateHint, input=1,
-                                 initial_state=Xutil.NormalState)
+        self.window.set_wm_normal_hints(flags=Xutil.PPosition | Xutil.PSize | Xutil.USPosition | Xutil.USSize)
+        self.window.set_wm_hints(
+            flags=Xutil.InputHint | Xutil.StateHint, input=1, initial_state=Xutil.NormalState
+        )
         if mapped:
             self.map()
 
@@ -48,11 +79,12 @@ class Client:
         self.window.map()
         self.connection.sync()
         if hidden:
-            wait_until(lambda: self.window.id in self.x.managed_ids(),
-                       what=f"{self.title} is managed")
+            wait_until(lambda: self.window.id in self.x.managed_ids(), what=f"{self.title} is managed")
         else:
-            wait_until(lambda: self.window.get_attributes().map_state == X.IsViewable,
-                       what=f"{self.title} is on the screen")
+            wait_until(
+                lambda: self.window.get_attributes().map_state == X.IsViewable,
+                what=f"{self.title} is on the screen",
+            )
         return self
 
     def unmap(self):
@@ -116,23 +148,27 @@ class Client:
 
     def maximise(self):
         self._state(True, "_NET_WM_STATE_MAXIMIZED_VERT", "_NET_WM_STATE_MAXIMIZED_HORZ")
-        wait_until(lambda: self.rect.width >= self.x.size[0] - 20 and self.rect.y < 100,
-                   what=f"{self.title} is maximised")
+        wait_until(
+            lambda: self.rect.width >= self.x.size[0] - 20 and self.rect.y < 100,
+            what=f"{self.title} is maximised",
+        )
 
     def full_screen(self):
         self._state(True, "_NET_WM_STATE_FULLSCREEN")
-        wait_until(lambda: self.rect == Rect(0, 0, *self.x.size),
-                   what=f"{self.title} fills the screen")
+        wait_until(lambda: self.rect == Rect(0, 0, *self.x.size), what=f"{self.title} fills the screen")
 
     def leave_full_screen(self):
         self._state(False, "_NET_WM_STATE_FULLSCREEN")
-        wait_until(lambda: self.rect != Rect(0, 0, *self.x.size),
-                   what=f"{self.title} no longer fills the screen")
+        wait_until(
+            lambda: self.rect != Rect(0, 0, *self.x.size), what=f"{self.title} no longer fills the screen"
+        )
 
     def send_to_workspace(self, index):
         self.x.send_to_root(self.window, "_NET_WM_DESKTOP", index, 2)
-        wait_until(lambda: list(self.x.property(self.window, "_NET_WM_DESKTOP") or []) == [index],
-                   what=f"{self.title} is on workspace {index}")
+        wait_until(
+            lambda: list(self.x.property(self.window, "_NET_WM_DESKTOP") or []) == [index],
+            what=f"{self.title} is on workspace {index}",
+        )
 
 
 class Backdrop(Client):
@@ -141,11 +177,13 @@ class Backdrop(Client):
     def __init__(self, x, colour):
         super().__init__(x, Rect(0, 0, *x.size), colour, "backdrop", mapped=False)
         self.window.change_property(
-            x.atom("_NET_WM_WINDOW_TYPE"), Xatom.ATOM, 32,
-            [x.atom("_NET_WM_WINDOW_TYPE_DESKTOP")])
+            x.atom("_NET_WM_WINDOW_TYPE"), Xatom.ATOM, 32, [x.atom("_NET_WM_WINDOW_TYPE_DESKTOP")]
+        )
         self.map()
-        wait_until(lambda: x.pixel(0, 0) == colour and x.pixel(x.size[0] - 1, x.size[1] - 1)
-                   == colour, what="the backdrop fills the screen")
+        wait_until(
+            lambda: x.pixel(0, 0) == colour and x.pixel(x.size[0] - 1, x.size[1] - 1) == colour,
+            what="the backdrop fills the screen",
+        )
 
 
 class Dock(Client):
@@ -155,14 +193,20 @@ class Dock(Client):
         width = x.size[0]
         super().__init__(x, Rect(0, 0, width, height), (40, 90, 160), "dock", mapped=False)
         self.window.change_property(
-            x.atom("_NET_WM_WINDOW_TYPE"), Xatom.ATOM, 32, [x.atom("_NET_WM_WINDOW_TYPE_DOCK")])
+            x.atom("_NET_WM_WINDOW_TYPE"), Xatom.ATOM, 32, [x.atom("_NET_WM_WINDOW_TYPE_DOCK")]
+        )
         self.window.change_property(
-            x.atom("_NET_WM_STRUT_PARTIAL"), Xatom.CARDINAL, 32,
-            [0, 0, height, 0, 0, 0, 0, 0, 0, width - 1, 0, 0])
+            x.atom("_NET_WM_STRUT_PARTIAL"),
+            Xatom.CARDINAL,
+            32,
+            [0, 0, height, 0, 0, 0, 0, 0, 0, width - 1, 0, 0],
+        )
         self.window.change_property(x.atom("_NET_WM_STRUT"), Xatom.CARDINAL, 32, [0, 0, height, 0])
         self.map()
-        wait_until(lambda: (x.property(x.root, "_NET_WORKAREA") or [0, 0])[1] == height,
-                   what="the work area leaves room for the dock")
+        wait_until(
+            lambda: (x.property(x.root, "_NET_WORKAREA") or [0, 0])[1] == height,
+            what="the work area leaves room for the dock",
+        )
 
 
 class Locker(Client):
@@ -172,11 +216,14 @@ class Locker(Client):
         super().__init__(x, Rect(0, 0, *x.size), (20, 120, 60), "locker", override_redirect=True)
         self.raise_()
         wait_until(
-            lambda: self.window.grab_keyboard(True, X.GrabModeAsync, X.GrabModeAsync,
-                                              X.CurrentTime) == X.GrabSuccess,
-            what="the locker holds the keyboard")
+            lambda: self.window.grab_keyboard(True, X.GrabModeAsync, X.GrabModeAsync, X.CurrentTime)
+            == X.GrabSuccess,
+            what="the locker holds the keyboard",
+        )
         wait_until(
-            lambda: self.window.grab_pointer(True, X.ButtonPressMask, X.GrabModeAsync,
-                                             X.GrabModeAsync, X.NONE, X.NONE,
-                                             X.CurrentTime) == X.GrabSuccess,
-            what="the locker holds the pointer")
+            lambda: self.window.grab_pointer(
+                True, X.ButtonPressMask, X.GrabModeAsync, X.GrabModeAsync, X.NONE, X.NONE, X.CurrentTime
+            )
+            == X.GrabSuccess,
+            what="the locker holds the pointer",
+        )

@@ -24,7 +24,6 @@ focus_follows_mouse no
 force_display_urgency_hint 0 ms
 """
 
-# Smart placement would move the clients; the tests say where they want them.
 _COMMANDS = {
     "openbox": ["openbox", "--sm-disable"],
     "xfwm4": ["xfwm4", "--compositor=on", "--vblank=off"],
@@ -68,10 +67,25 @@ class Desktop(Session):
         read_end, write_end = os.pipe()
         self.xvfb = self.start(
             "xvfb",
-            ["Xvfb", "-displayfd", write_end, "-screen", "0", f"{size[0]}x{size[1]}x24",
-             "-nolisten", "tcp", "+extension", "RANDR", "+extension", "Composite",
-             "-dpi", "96", "-noreset"],
-            pass_fds=(write_end,))
+            [
+                "Xvfb",
+                "-displayfd",
+                write_end,
+                "-screen",
+                "0",
+                f"{size[0]}x{size[1]}x24",
+                "-nolisten",
+                "tcp",
+                "+extension",
+                "RANDR",
+                "+extension",
+                "Composite",
+                "-dpi",
+                "96",
+                "-noreset",
+            ],
+            pass_fds=(write_end,),
+        )
         os.close(write_end)
         number = read_line_from(read_end, 15.0, self.xvfb)
         self.env["DISPLAY"] = f":{number}"
@@ -80,12 +94,11 @@ class Desktop(Session):
     def _start_manager(self, wm):
         name = wm.partition("+")[0]
         command = list(_COMMANDS[name])
-        environment = {}
         if name == "i3":
             config = self.root / "i3.conf"
             config.write_text(_I3_CONFIG)
             command += ["-c", config]
-        self.manager = self.start(name, command, environment)
+        self.manager = self.start(name, command)
         wait_until(self._manager_announced, 30.0, f"{name} announces itself")
         self._wait_until_managing()
         if wm == "openbox+picom":
@@ -123,8 +136,7 @@ class Desktop(Session):
         wait_until(lambda: number not in self.x.managed_ids(), what="the probe window is gone")
 
     def start_compositor(self):
-        self.picom = self.start(
-            "picom", ["picom", "--backend", "xrender", "--config", "/dev/null"])
+        self.picom = self.start("picom", ["picom", "--backend", "xrender", "--config", "/dev/null"])
         wait_until(self.x.has_compositor, what="picom composites")
 
     def stop_compositor(self):
@@ -169,13 +181,24 @@ class Desktop(Session):
 
     def copy_text(self, text):
         """Put text on the clipboard by another program's hand."""
-        subprocess.run(["xclip", "-selection", "clipboard", "-in"], input=text.encode(),
-                       env=self.env, check=True, timeout=10, stdout=subprocess.DEVNULL,
-                       stderr=subprocess.DEVNULL)
+        subprocess.run(
+            ["xclip", "-selection", "clipboard", "-in"],
+            input=text.encode(),
+            env=self.env,
+            check=True,
+            timeout=10,
+            stdout=subprocess.DEVNULL,
+            stderr=subprocess.DEVNULL,
+        )
 
     def clipboard_text(self):
-        return subprocess.run(["xclip", "-selection", "clipboard", "-out"], env=self.env,
-                              check=True, timeout=10, stdout=subprocess.PIPE).stdout.decode()
+        return subprocess.run(
+            ["xclip", "-selection", "clipboard", "-out"],
+            env=self.env,
+            check=True,
+            timeout=10,
+            stdout=subprocess.PIPE,
+        ).stdout.decode()
 
     def accessible(self, app):
         """The root of the program's accessibility tree."""
@@ -189,8 +212,10 @@ class Desktop(Session):
             path = self.x.text_property(self.x.root, "I3_SOCKET_PATH")
             ipc = Ipc(path)
             ipc.command(f"workspace number {index + 1}")
-            wait_until(lambda: [each["num"] for each in ipc.workspaces() if each["visible"]]
-                       == [index + 1], what=f"workspace {index} shows")
+            wait_until(
+                lambda: [each["num"] for each in ipc.workspaces() if each["visible"]] == [index + 1],
+                what=f"workspace {index} shows",
+            )
             ipc.close()
             return
         self.x.send_to_root(self.x.root, "_NET_CURRENT_DESKTOP", index, X.CurrentTime)

@@ -13,8 +13,7 @@ class DragSource(Client):
 
     def __init__(self, x, offers=None, rect=Rect(60, 420, 120, 80)):
         super().__init__(x, rect, (30, 30, 200), "source")
-        self.offers = offers or {"text/uri-list": b"file:///etc/hostname\r\n",
-                                 "text/plain": b"/etc/hostname"}
+        self.offers = offers or {"text/uri-list": b"file:///etc/hostname\r\n", "text/plain": b"/etc/hostname"}
         self.target = None
         self.accepted = False
         self.finished = None  # None until the target says; then whether it took the drop
@@ -30,19 +29,25 @@ class DragSource(Client):
         self.x.press_button()
         self.wait_for("press")
         mask = X.PointerMotionMask | X.ButtonReleaseMask
-        assert self.window.grab_pointer(False, mask, X.GrabModeAsync, X.GrabModeAsync, X.NONE,
-                                        X.NONE, X.CurrentTime) == X.GrabSuccess
+        assert (
+            self.window.grab_pointer(
+                False, mask, X.GrabModeAsync, X.GrabModeAsync, X.NONE, X.NONE, X.CurrentTime
+            )
+            == X.GrabSuccess
+        )
         self.window.set_selection_owner(self.x.atom("XdndSelection"), X.CurrentTime)
-        self.window.change_property(self.x.atom("XdndTypeList"), Xatom.ATOM, 32,
-                                    [self.x.atom(name) for name in self.offers])
+        self.window.change_property(
+            self.x.atom("XdndTypeList"), Xatom.ATOM, 32, [self.x.atom(name) for name in self.offers]
+        )
         self.connection.sync()
 
     def move(self, x, y, steps=10):
         """Carry the drag to a place, telling each target on the way."""
         start = self.x.pointer()
         for step in range(1, steps + 1):
-            self.x.move_pointer(start[0] + (x - start[0]) * step // steps,
-                                start[1] + (y - start[1]) * step // steps)
+            self.x.move_pointer(
+                start[0] + (x - start[0]) * step // steps, start[1] + (y - start[1]) * step // steps
+            )
             self.tell_target()
 
     def tell_target(self):
@@ -59,8 +64,9 @@ class DragSource(Client):
                 self._send("XdndEnter", 5 << 24 | (len(types) > 3), *(types + [0, 0, 0])[:3])
         if self.target is not None and not self._awaiting_status:
             self._awaiting_status = True
-            self._send("XdndPosition", 0, place[0] << 16 | place[1], X.CurrentTime,
-                       self.x.atom("XdndActionCopy"))
+            self._send(
+                "XdndPosition", 0, place[0] << 16 | place[1], X.CurrentTime, self.x.atom("XdndActionCopy")
+            )
 
     def drop(self):
         """Let go. On an accepting target, wait until it has taken the data; True if it did."""
@@ -109,8 +115,10 @@ class DragSource(Client):
     def _send(self, message, *data):
         target = self.connection.create_resource_object("window", self.target)
         event = protocol.event.ClientMessage(
-            window=target, client_type=self.x.atom(message),
-            data=(32, ([self.window.id, *data] + [0] * 5)[:5]))
+            window=target,
+            client_type=self.x.atom(message),
+            data=(32, ([self.window.id, *data] + [0] * 5)[:5]),
+        )
         target.send_event(event)
         self.connection.sync()
 
@@ -131,12 +139,17 @@ class DragSource(Client):
         if name in self.offers:
             request.requestor.change_property(where, request.target, 8, self.offers[name])
         elif name == "TARGETS":
-            request.requestor.change_property(where, Xatom.ATOM, 32,
-                                              [self.x.atom(each) for each in self.offers])
+            request.requestor.change_property(
+                where, Xatom.ATOM, 32, [self.x.atom(each) for each in self.offers]
+            )
         else:
             where = X.NONE
         answer = protocol.event.SelectionNotify(
-            time=request.time, requestor=request.requestor, selection=request.selection,
-            target=request.target, property=where)
+            time=request.time,
+            requestor=request.requestor,
+            selection=request.selection,
+            target=request.target,
+            property=where,
+        )
         request.requestor.send_event(answer)
         self.connection.sync()

@@ -22,5 +22,5 @@ def region_mask(rectangles, width, height):
     """A mask of the pixels that a list of rectangles covers."""
     mask = numpy.zeros((height, width), dtype=bool)
     for rect in rectangles:
-        mask[max(0, rect.y):rect.bottom, max(0, rect.x):rect.right] = True
+        mask[max(0, rect.y) : rect.bottom, max(0, rect.x) : rect.right] = True
     return mask

@@ -21,7 +21,7 @@ class Ipc:
         body = payload.encode()
         self._socket.sendall(_MAGIC + struct.pack("=II", len(body), kind) + body)
         header = self._receive(len(_MAGIC) + 8)
-        length, _ = struct.unpack("=II", header[len(_MAGIC):])
+        length, _ = struct.unpack("=II", header[len(_MAGIC) :])
         return json.loads(self._receive(length))
 
     def _receive(self, length):

@@ -29,9 +29,17 @@ class Process:
             as_user = {"user": user.pw_uid, "group": user.pw_gid, "extra_groups": []}
         with open(self.log, "wb") as sink:
             self._popen = subprocess.Popen(
-                argv, env=env, stdin=subprocess.DEVNULL, stdout=sink, stderr=subprocess.STDOUT,
-                cwd=env.get("HOME", "/"), start_new_session=True, pass_fds=pass_fds,
-                preexec_fn=_die_with_parent, **as_user)
+                argv,
+                env=env,
+                stdin=subprocess.DEVNULL,
+                stdout=sink,
+                stderr=subprocess.STDOUT,
+                cwd=env.get("HOME", "/"),
+                start_new_session=True,
+                pass_fds=pass_fds,
+                preexec_fn=_die_with_parent,
+                **as_user,
+            )
 
     @property
     def pid(self):

@@ -102,14 +102,21 @@ class Session:
             f"<listen>unix:path={self.runtime}/bus</listen><auth>EXTERNAL</auth>"
             f"<servicedir>{services}</servicedir>"
             '<policy context="default"><allow send_destination="*" eavesdrop="true"/>'
-            '<allow eavesdrop="true"/><allow own="*"/></policy></busconfig>\n')
+            '<allow eavesdrop="true"/><allow own="*"/></policy></busconfig>\n'
+        )
         config.chmod(0o644)
         read_end, write_end = os.pipe()
         self.bus = self.start(
             "dbus-daemon",
-            ["dbus-daemon", f"--config-file={config}", "--nofork", "--nopidfile",
-             f"--print-address={write_end}"],
-            pass_fds=(write_end,))
+            [
+                "dbus-daemon",
+                f"--config-file={config}",
+                "--nofork",
+                "--nopidfile",
+                f"--print-address={write_end}",
+            ],
+            pass_fds=(write_end,),
+        )
         os.close(write_end)
         read_line_from(read_end, 10.0, self.bus)
         self.env["DBUS_SESSION_BUS_ADDRESS"] = f"unix:path={self.runtime}/bus"
@@ -172,8 +179,10 @@ def test_user():
     try:
         return pwd.getpwnam(name)
     except KeyError:
-        subprocess.run(["/usr/sbin/useradd", "--system", "--no-create-home",
-                        "--shell", "/usr/sbin/nologin", name], check=False)
+        subprocess.run(
+            ["/usr/sbin/useradd", "--system", "--no-create-home", "--shell", "/usr/sbin/nologin", name],
+            check=False,
+        )
         # Two test files may come here at the same time; who lost the race finds the user.
         return wait_until(lambda: _user_named(name), 10.0, f"the user {name} exists")
 

@@ -19,6 +19,7 @@ for_window [app_id="wlroots"] floating enable, border none
 exec 'echo "${displays}" > "$XDG_RUNTIME_DIR/{name}.displays"'
 """
 _BUTTONS = {1: 0x110, 2: 0x112, 3: 0x111}  # X's numbers to the kernel's
+_STEP = 6  # pixels
 
 
 class SwayDesktop(Session):
@@ -31,7 +32,7 @@ class SwayDesktop(Session):
 
     def __init__(self, size=(1280, 800), scale=None, pluggable=False):
         super().__init__(test_user())
-        self.x = self.ipc = self._stage = self._device = None
+        self.x = self.ipc = self._stage = self._device = self._pointer = None
         self.clients = []
         if scale is not None:
             self.env["QT_SCALE_FACTOR"] = str(scale)
@@ -57,13 +58,21 @@ class SwayDesktop(Session):
         """Start a sway, note its displays in the environment, and return its IPC connection."""
         variables = "$DISPLAY $WAYLAND_DISPLAY" if xwayland else "$WAYLAND_DISPLAY"
         config = self.root / f"{name}.conf"
-        config.write_text(_CONFIG.format(name=name, xwayland="force" if xwayland else "disable",
-                                         displays=variables[1:]))
+        config.write_text(
+            _CONFIG.format(name=name, xwayland="force" if xwayland else "disable", displays=variables[1:])
+        )
         config.chmod(0o644)
         socket = self.runtime / f"{name}.sock"
-        process = self.start(name, ["sway", "--config", config],
-                             {"WLR_BACKENDS": backend, "WLR_LIBINPUT_NO_DEVICES": "1",
-                              "WLR_RENDERER": "pixman", "SWAYSOCK": str(socket)})
+        process = self.start(
+            name,
+            ["sway", "--config", config],
+            {
+                "WLR_BACKENDS": backend,
+                "WLR_LIBINPUT_NO_DEVICES": "1",
+                "WLR_RENDERER": "pixman",
+                "SWAYSOCK": str(socket),
+            },
+        )
         displays = self.runtime / f"{name}.displays"
 
         def told():
@@ -92,8 +101,9 @@ class SwayDesktop(Session):
         heeded on a pluggable desktop."""
         before = set(self.outputs())
         self.ipc.command("create_output")
-        name = wait_until(lambda: next(iter(set(self.outputs()) - before), None),
-                          what="there is a new output")
+        name = wait_until(
+            lambda: next(iter(set(self.outputs()) - before), None), what="there is a new output"
+        )
         if self._stage is not None:
             self._resize(name, size)
         return name
@@ -107,8 +117,7 @@ class SwayDesktop(Session):
 
         def asked():
             try:
-                self._stage.command(
-                    f"{criteria} resize set {size[0]} px {size[1]} px, move position 0 0")
+                self._stage.command(f"{criteria} resize set {size[0]} px {size[1]} px, move position 0 0")
             except AssertionError:  # its window isn't there yet
                 return False
             rect = self.outputs()[name]["rect"]
@@ -135,9 +144,23 @@ class SwayDesktop(Session):
         return client
 
     def move_pointer(self, x, y):
+        """Move as a hand does, in small steps. Where the pointer enters a surface, XWayland adds
+        the step that led there to its place once more, so a leap would land far off."""
+        x, y = int(x), int(y)
         rects = [each["rect"] for each in self.outputs().values()]
-        self._device.move(int(x), int(y), max(rect["x"] + rect["width"] for rect in rects),
-                          max(rect["y"] + rect["height"] for rect in rects))
+        layout = (
+            max(rect["x"] + rect["width"] for rect in rects),
+            max(rect["y"] + rect["height"] for rect in rects),
+        )
+        from_x, from_y = self._pointer or (x, y)
+        steps = max(abs(x - from_x), abs(y - from_y), _STEP) // _STEP
+        for step in range(1, steps):
+            self._device.move(
+                from_x + (x - from_x) * step // steps, from_y + (y - from_y) * step // steps, *layout
+            )
+        self._device.move(x + 1, y, *layout)
+        self._device.move(x, y, *layout)
+        self._pointer = (x, y)
 
     def click(self, x, y, button=1):
         self.move_pointer(x, y)
@@ -145,9 +168,14 @@ class SwayDesktop(Session):
             self._device.button(_BUTTONS[button], pressed)
 
     def screenshot(self):
-        answer = subprocess.run(["grim", "-t", "ppm", "-"], env=self.env, check=True, timeout=20,
-                                stdout=subprocess.PIPE,
-                                user=self.user.pw_uid if self.user else None)
+        answer = subprocess.run(
+            ["grim", "-t", "ppm", "-"],
+            env=self.env,
+            check=True,
+            timeout=20,
+            stdout=subprocess.PIPE,
+            user=self.user.pw_uid if self.user else None,
+        )
         return Image.open(io.BytesIO(answer.stdout)).convert("RGB")
 
     def close(self):

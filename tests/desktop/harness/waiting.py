@@ -15,8 +15,7 @@ def wait_until(condition, timeout=10.0, what="the condition holds", interval=0.0
         if value:
             return value
         if time.monotonic() > deadline:
-            raise AssertionError(
-                f"waited in vain for {timeout:g} s until {what} (last value: {value!r})")
+            raise AssertionError(f"waited in vain for {timeout:g} s until {what} (last value: {value!r})")
         time.sleep(interval)
 
 

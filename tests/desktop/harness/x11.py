@@ -17,10 +17,22 @@ class _SetMonitor(rq.Request):
     """RandR's request 43; the binding's own can't encode its list of outputs."""
 
     _request = rq.Struct(
-        rq.Card8("opcode"), rq.Opcode(43), rq.RequestLength(), rq.Window("window"),
-        rq.Card32("name"), rq.Bool("primary"), rq.Bool("automatic"), rq.LengthOf("outputs", 2),
-        rq.Int16("x"), rq.Int16("y"), rq.Card16("width"), rq.Card16("height"),
-        rq.Card32("width_mm"), rq.Card32("height_mm"), rq.List("outputs", rq.Card32Obj))
+        rq.Card8("opcode"),
+        rq.Opcode(43),
+        rq.RequestLength(),
+        rq.Window("window"),
+        rq.Card32("name"),
+        rq.Bool("primary"),
+        rq.Bool("automatic"),
+        rq.LengthOf("outputs", 2),
+        rq.Int16("x"),
+        rq.Int16("y"),
+        rq.Card16("width"),
+        rq.Card16("height"),
+        rq.Card32("width_mm"),
+        rq.Card32("height_mm"),
+        rq.List("outputs", rq.Card32Obj),
+    )
 
 
 class Rect(NamedTuple):
@@ -85,8 +97,9 @@ class XDisplay:
         """Move as a hand does: with places in between."""
         start = self.pointer()
         for step in range(1, steps + 1):
-            self.move_pointer(start[0] + (x - start[0]) * step // steps,
-                              start[1] + (y - start[1]) * step // steps)
+            self.move_pointer(
+                start[0] + (x - start[0]) * step // steps, start[1] + (y - start[1]) * step // steps
+            )
 
     def pointer(self):
         answer = self.root.query_pointer()
@@ -134,8 +147,9 @@ class XDisplay:
         """Type characters of the US layout."""
         for character in text:
             # Up to U+00FF a keysym is the character's own number.
-            symbol = (XK.string_to_keysym(self._SIGNS[character])
-                      if character in self._SIGNS else ord(character))
+            symbol = (
+                XK.string_to_keysym(self._SIGNS[character]) if character in self._SIGNS else ord(character)
+            )
             places = sorted(self.connection.keysym_to_keycodes(symbol), key=lambda each: each[1])
             assert places and places[0][1] < 2, f"no key for {character!r} on this keyboard"
             code, level = places[0]
@@ -223,8 +237,7 @@ class XDisplay:
         for window in self.stack():
             try:
                 wm_class = window.get_wm_class()
-                if (wm_class and name in wm_class
-                        and window.get_attributes().map_state == X.IsViewable):
+                if wm_class and name in wm_class and window.get_attributes().map_state == X.IsViewable:
                     found.append(window)
             except error.XError:
                 continue
@@ -260,10 +273,9 @@ class XDisplay:
 
     def send_to_root(self, window, message, *data):
         event = protocol.event.ClientMessage(
-            window=window, client_type=self.atom(message),
-            data=(32, (list(data) + [0] * 5)[:5]))
-        self.root.send_event(
-            event, event_mask=X.SubstructureRedirectMask | X.SubstructureNotifyMask)
+            window=window, client_type=self.atom(message), data=(32, (list(data) + [0] * 5)[:5])
+        )
+        self.root.send_event(event, event_mask=X.SubstructureRedirectMask | X.SubstructureNotifyMask)
         self.connection.sync()
 
     def managed_ids(self):
@@ -288,8 +300,7 @@ class XDisplay:
 
     def set_resource_dpi(self, dpi):
         """Xft.dpi, as the desktop's settings leave it for programs that start later."""
-        self.root.change_property(Xatom.RESOURCE_MANAGER, Xatom.STRING, 8,
-                                  f"Xft.dpi:\t{dpi}\n".encode())
+        self.root.change_property(Xatom.RESOURCE_MANAGER, Xatom.STRING, 8, f"Xft.dpi:\t{dpi}\n".encode())
         self.connection.sync()
 
     # -- monitors --------------------------------------------------------------------------
@@ -298,13 +309,26 @@ class XDisplay:
         """Switch the display's one output to a mode of this size (within the initial size)."""
         resources = self.root.xrandr_get_screen_resources()
         output, crtc = resources.outputs[0], resources.crtcs[0]
-        mode = next((each.id for each in resources.modes
-                     if (each.width, each.height) == (width, height)), None)
+        mode = next(
+            (each.id for each in resources.modes if (each.width, each.height) == (width, height)), None
+        )
         if mode is None:
             name = f"{width}x{height}"
-            timings = (0, width, height, 60 * (width + 100) * (height + 50), width + 10,
-                       width + 20, width + 100, 0, height + 5, height + 10, height + 50,
-                       len(name), 0)
+            timings = (
+                0,
+                width,
+                height,
+                60 * (width + 100) * (height + 50),
+                width + 10,
+                width + 20,
+                width + 100,
+                0,
+                height + 5,
+                height + 10,
+                height + 50,
+                len(name),
+                0,
+            )
             mode = self.root.xrandr_create_mode(timings, name).mode
             self.connection.xrandr_add_output_mode(output, mode)
             self.connection.sync()
@@ -312,10 +336,10 @@ class XDisplay:
         # The screen must hold the output at every step, so it grows first and shrinks last.
         self._set_screen_size(max(width, now_width), max(height, now_height))
         self.connection.xrandr_set_crtc_config(
-            crtc, resources.config_timestamp, 0, 0, mode, randr.Rotate_0, [output])
+            crtc, resources.config_timestamp, 0, 0, mode, randr.Rotate_0, [output]
+        )
         self._set_screen_size(width, height)
-        wait_until(lambda: self.size == (width, height),
-                   what=f"the screen is {width} x {height}")
+        wait_until(lambda: self.size == (width, height), what=f"the screen is {width} x {height}")
 
     def _set_screen_size(self, width, height):
         self.root.xrandr_set_screen_size(width, height, width * 254 // 960, height * 254 // 960)
@@ -330,13 +354,22 @@ class XDisplay:
             _SetMonitor(
                 display=self.connection.display,
                 opcode=self.connection.display.get_extension_major(randr.extname),
-                window=self.root, name=self.atom(f"monitor{index}"), primary=index == 0,
-                automatic=False, x=index * part, y=0, width=part, height=height,
-                width_mm=part * 254 // 960, height_mm=height * 254 // 960,
-                outputs=[output] if index == 0 else [])
+                window=self.root,
+                name=self.atom(f"monitor{index}"),
+                primary=index == 0,
+                automatic=False,
+                x=index * part,
+                y=0,
+                width=part,
+                height=height,
+                width_mm=part * 254 // 960,
+                height_mm=height * 254 // 960,
+                outputs=[output] if index == 0 else [],
+            )
         self.connection.sync()
-        wait_until(lambda: len(self.root.xrandr_get_monitors().monitors) == count,
-                   what=f"there are {count} monitors")
+        wait_until(
+            lambda: len(self.root.xrandr_get_monitors().monitors) == count, what=f"there are {count} monitors"
+        )
 
 
 class Panel:
@@ -349,9 +382,12 @@ class Panel:
         self._x = x
 
     def windows(self):
-        return [window for window in self._x.windows_of_class(self.CLASS)
-                if self._x.text_property(window, "WM_NAME") == self.TITLE
-                or self._x.text_property(window, "_NET_WM_NAME") == self.TITLE]
+        return [
+            window
+            for window in self._x.windows_of_class(self.CLASS)
+            if self._x.text_property(window, "WM_NAME") == self.TITLE
+            or self._x.text_property(window, "_NET_WM_NAME") == self.TITLE
+        ]
 
     @property
     def window(self):
