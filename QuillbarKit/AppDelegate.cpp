@@ -71,6 +71,7 @@ void AppDelegate::applicationWillTerminate()
 {
     // In this order: the pointer first, so that nothing opens while the rest goes; the displays last.
     m_tracker.stop();
+    m_cancellables.clear();
     m_platform.screens.disconnect(this);
 }
 

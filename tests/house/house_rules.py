@@ -26,6 +26,12 @@ DESKTOP_HEADER = re.compile(
     r"(xcb/|X11/|wayland|xkbcommon/|gio/|glib|gobject/|pulse/|canberra\.h|QtDBus/|QDBus|qpa/|sys/inotify\.h)"
 )
 
+# A symbol's name in a view (a Symbol's own name, or a property that is handed on to one) or in a module.
+SYMBOL_USE = re.compile(
+    r"(\bSymbol \{[^{}]*?\n\s*name: [^\n]*|\b(symbol|iconSystemName): [^\n]*"
+    r"|\biconSystemName\(\) const override[^\n]*)"
+)
+
 # Where time, processes, buses and the environment come from; they come in through ports instead.
 WORLD = re.compile(
     r"\b(QDateTime::currentDateTime\w*|QDate::currentDate|QTime::currentTime|system_clock::now"
@@ -208,4 +214,44 @@ def nothing_unfinished(root: pathlib.Path) -> list[str]:
             continue
         for match in UNFINISHED.finditer(text):
             breaches.append(f"{path.relative_to(root)}:{_line(text, match.start())}: {match.group()}")
+    return breaches
+
+
+def modules_tested(root: pathlib.Path) -> list[str]:
+    """A module of the panel has tests of its service, of its views and of the road through the whole."""
+    breaches = []
+    for header in sorted((root / "QuillbarKit").glob("*/*Module.h")):
+        if not re.search(r":\s*public\s+NotchModule\b", header.read_text(encoding="utf-8")):
+            continue
+        subsystem, name = header.parent.name, header.stem.removesuffix("Module")
+        for wanted in (
+            f"tests/unit/{subsystem}/*.cpp",
+            f"tests/views/{name}ViewsTest.cpp",
+            f"tests/desktop/test_{_snake(name)}.py",
+        ):
+            if not any(root.glob(wanted)):
+                breaches.append(f"{header.relative_to(root)}: nothing matches {wanted}")
+    return breaches
+
+
+def _snake(name: str) -> str:
+    return re.sub(r"(?<=[a-z0-9])(?=[A-Z])", "_", name).lower()
+
+
+def symbols_known(root: pathlib.Path) -> list[str]:
+    """Every symbol that a view or module names has an icon; a view with an unknown one would stop the
+    process only when it is first drawn."""
+    table = root / "QuillbarKit" / "ui" / "symbols.txt"
+    lines = table.read_text(encoding="utf-8").splitlines() if table.exists() else []
+    known = {line.split()[0] for line in lines if line and not line.startswith("#")}
+    breaches = []
+    for path in sorted((root / "QuillbarKit").rglob("*")):
+        if path.suffix not in (".qml", ".h", ".cpp"):
+            continue
+        text = path.read_text(encoding="utf-8")
+        for match in SYMBOL_USE.finditer(text):
+            for literal in re.finditer(r'"([^"]+)"', match.group().splitlines()[-1]):
+                if literal.group(1) not in known:
+                    where = f"{path.relative_to(root)}:{_line(text, match.start())}"
+                    breaches.append(f"{where}: no icon for the symbol {literal.group()}")
     return breaches

@@ -184,6 +184,30 @@ class TestHouseRules(unittest.TestCase):
             self.write("docs/a.md", f"Text\n{mark}: more\n")
             self.assertEqual([f"docs/a.md:2: {mark}"], house_rules.nothing_unfinished(self.root))
 
+    def test_a_module_without_tests_is_found_on_each_level(self) -> None:
+        self.write("QuillbarKit/lamp/NightLampModule.h", "class NightLampModule final : public NotchModule\n")
+        self.assertEqual(3, len(house_rules.modules_tested(self.root)))
+        self.write("tests/unit/lamp/LampServiceTest.cpp", "")
+        self.write("tests/views/NightLampViewsTest.cpp", "")
+        breaches = house_rules.modules_tested(self.root)
+        self.assertEqual(1, len(breaches), breaches)
+        self.assertIn("tests/desktop/test_night_lamp.py", breaches[0])
+        self.write("tests/desktop/test_night_lamp.py", "")
+        self.assertEqual([], house_rules.modules_tested(self.root))
+
+    def test_a_symbol_without_an_icon_is_found(self) -> None:
+        self.write("QuillbarKit/ui/symbols.txt", "# names\nlamp.fill lightbulb-fill\n")
+        self.write("QuillbarKit/lamp/Good.qml", 'Symbol {\n    name: "lamp.fill"\n}\n')
+        self.assertEqual([], house_rules.symbols_known(self.root))
+        self.write("QuillbarKit/lamp/A.qml", 'Symbol {\n    x: 1\n    name: on ? "lamp.fill" : "lamp"\n}\n')
+        self.write("QuillbarKit/lamp/B.qml", 'LampControl {\n    symbol: "lamp.off"\n}\n')
+        self.write(
+            "QuillbarKit/lamp/C.h",
+            'QString iconSystemName() const override { return QStringLiteral("lamp.on"); }\n',
+        )
+        breaches = house_rules.symbols_known(self.root)
+        self.assertEqual(3, len(breaches), breaches)
+
 
 if __name__ == "__main__":
     unittest.main()

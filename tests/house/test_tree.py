@@ -36,6 +36,16 @@ class TestTree(unittest.TestCase):
     def test_nothing_is_marked_unfinished(self) -> None:
         self.assert_kept(house_rules.nothing_unfinished(ROOT))
 
+    def test_every_module_is_tested_on_each_level(self) -> None:
+        self.assert_kept(house_rules.modules_tested(ROOT))
+
+    def test_every_symbol_has_an_icon(self) -> None:
+        self.assert_kept(house_rules.symbols_known(ROOT))
+        icons = pathlib.Path("/usr/share/bootstrap-icons/svg")
+        for line in (ROOT / "QuillbarKit" / "ui" / "symbols.txt").read_text().splitlines():
+            if not line.startswith("#"):
+                self.assertTrue((icons / f"{line.split()[1]}.svg").is_file(), line)
+
 
 if __name__ == "__main__":
     unittest.main()
