@@ -11,10 +11,11 @@ from . import accessibility
 from .clients import Backdrop, Client, Dock, Locker
 from .dragging import DragSource
 from .ipc import Ipc
+from .panel import Panel
 from .processes import read_line_from
 from .session import Session
 from .waiting import wait_until
-from .x11 import Panel, Rect, XDisplay
+from .x11 import Rect, XDisplay
 
 MANAGERS = ("openbox", "openbox+picom", "xfwm4", "mutter", "i3")
 

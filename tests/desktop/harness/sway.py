@@ -7,10 +7,11 @@ from PIL import Image
 
 from .clients import Client
 from .ipc import Ipc
+from .panel import Panel
 from .session import Session, test_user
 from .wayland_pointer import VirtualPointer
 from .waiting import wait_until
-from .x11 import Panel, XDisplay
+from .x11 import XDisplay
 
 _CONFIG = """xwayland {xwayland}
 default_border none
