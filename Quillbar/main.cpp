@@ -8,7 +8,7 @@
 #include <cstdio>
 #include <cstdlib>
 
-int main(int argc, char* argv[])
+int main(int, char* argv[])
 {
     if (!LinuxPlatform::prepareApplication()) {
         std::fputs(
@@ -16,7 +16,9 @@ int main(int argc, char* argv[])
             stderr);
         return EXIT_FAILURE;
     }
-    QGuiApplication application(argc, argv);
+    // There are no command-line options, and the toolkit's own would undo what has just been settled.
+    int argumentCount = 1;
+    QGuiApplication application(argumentCount, argv);
     QGuiApplication::setApplicationName(QStringLiteral("quillbar"));
     QGuiApplication::setDesktopFileName(QStringLiteral("com.vennor.quillbar"));
     QGuiApplication::setQuitOnLastWindowClosed(false);

@@ -69,9 +69,12 @@ void AppDelegate::applicationDidFinishLaunching()
 
 void AppDelegate::applicationWillTerminate()
 {
-    // In this order: the pointer first, so that nothing opens while the rest goes; the displays last.
+    // The order matters here too: first what could still open the panel, last what is told of the desktop.
+    // 1. The pointer.
     m_tracker.stop();
+    // 2. Everything that follows a published value.
     m_cancellables.clear();
+    // 3. The displays.
     m_platform.screens.disconnect(this);
 }
 
@@ -226,16 +229,18 @@ void AppDelegate::setPinned(bool pinned)
 
 void AppDelegate::beginComposeEvent()
 {
+    auto& window = requireWindow("beginComposeEvent");
     cancelHide();
     setPanelOpen(true);
     m_panelState.setComposingEvent(true);
-    requireWindow("beginComposeEvent").makeKeyAndOrderFront();
+    window.makeKeyAndOrderFront();
 }
 
 void AppDelegate::endComposeEvent()
 {
+    auto& window = requireWindow("endComposeEvent");
     m_panelState.setComposingEvent(false);
-    requireWindow("endComposeEvent").resignKey();
+    window.resignKey();
     if (!m_panelState.isPinned() && !m_tracker.isInside())
         setPanelOpen(false);
 }

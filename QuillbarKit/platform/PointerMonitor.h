@@ -23,11 +23,11 @@ public:
     /// protocol, or the display is gone).
     virtual std::optional<ScreenPoint> mouseLocation() const = 0;
 
-    /// Calls `handler` when the pointer has moved over other programs' windows. Movements closer together
-    /// than a frame are reported once. None when the platform can't watch them.
+    /// Calls `handler` when the pointer has moved, whatever program's window it is over. Movements that
+    /// follow closely on one another are reported together. None when the platform can't watch them.
     virtual std::unique_ptr<Token> addGlobalMonitor(std::function<void()> handler) = 0;
 
-    /// The same for movements that this program's own windows receive.
+    /// Calls `handler` for what this program's own windows hear of the pointer and the above does not tell.
     virtual std::unique_ptr<Token> addLocalMonitor(std::function<void()> handler) = 0;
 
     /// Tells how far, in points, the pointer now is from where its movements matter. A pointer that is far

@@ -19,7 +19,7 @@ void MouseTracker::start()
         return;
     const auto hop = [this] {
         m_mainQueue.async([tracker = QPointer(this)] {
-            if (tracker)
+            if (tracker && (tracker->m_globalMonitor || tracker->m_localMonitor))
                 tracker->evaluate();
         });
     };

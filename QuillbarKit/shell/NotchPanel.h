@@ -16,8 +16,6 @@ class NotchPanel : public QQuickWindow
 public:
     explicit NotchPanel(WindowServer& windowServer);
 
-    static constexpr bool canBecomeKey() { return true; }
-
     /// The view that fills the panel; the panel takes it over. Its size is set by setContentSize alone, so
     /// that it can run ahead of an animated frame.
     void setContentView(QQuickItem* view);

@@ -5,12 +5,6 @@
 #include <algorithm>
 #include <cmath>
 
-NotchShape NotchShape::interpolated(const NotchShape& from, const NotchShape& to, double progress)
-{
-    return {std::lerp(from.topRadius, to.topRadius, progress),
-            std::lerp(from.bottomRadius, to.bottomRadius, progress)};
-}
-
 QPainterPath NotchShape::path(const QRectF& rect) const
 {
     const double t = topRadius;

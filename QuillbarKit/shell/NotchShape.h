@@ -13,9 +13,6 @@ struct NotchShape
 
     bool operator==(const NotchShape&) const = default;
 
-    /// The shape on the way from `from` (progress 0) to `to` (progress 1).
-    static NotchShape interpolated(const NotchShape& from, const NotchShape& to, double progress);
-
     /// The outline, drawn clockwise from the left end of the top left corner, y growing downward.
     QPainterPath path(const QRectF& rect) const;
 

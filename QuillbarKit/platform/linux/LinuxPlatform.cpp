@@ -13,6 +13,8 @@
 
 #include <QtGlobal>
 
+#include <array>
+
 #include <xcb/xcb.h>
 
 struct LinuxPlatform::Parts
@@ -25,11 +27,50 @@ struct LinuxPlatform::Parts
     X11Connection pointerConnection;
     X11Connection windowsConnection;
     X11Screens screens{screensConnection, mainQueue};
-    X11PointerMonitor pointerMonitor{pointerConnection, pointerConnection.isXWayland()};
+    X11PointerMonitor pointerMonitor{pointerConnection, screens, pointerConnection.isXWayland()};
     X11WindowServer windowServer{windowsConnection, windowsConnection.isXWayland()};
     CanberraAlertSound alertSound;
     UserDefaults userDefaults{AppPaths::configDirectory() + QStringLiteral("/defaults.json")};
 };
+
+namespace {
+/// Sets a variable that the toolkit reads while the application object is made, until restoreEnvironment():
+/// the programs that we start later must not inherit it.
+struct Borrowed
+{
+    const char* name;
+    const char* value;
+    bool wasSet = false;
+    QByteArray before = {};
+};
+
+std::array borrowedVariables{
+    // A window that must sit at an exact place above everything is an X11 window, under Wayland too, whatever
+    // the user has chosen for other programs.
+    Borrowed{"QT_QPA_PLATFORM", "xcb"},
+    // Frames are paced by the animations; no need to gather updates before one.
+    Borrowed{"QT_QPA_UPDATE_IDLE_TIME", "0"},
+};
+
+void borrowEnvironment()
+{
+    for (auto& variable : borrowedVariables) {
+        variable.wasSet = qEnvironmentVariableIsSet(variable.name);
+        variable.before = qgetenv(variable.name);
+        qputenv(variable.name, variable.value);
+    }
+}
+
+void restoreEnvironment()
+{
+    for (const auto& variable : borrowedVariables) {
+        if (variable.wasSet)
+            qputenv(variable.name, variable.before);
+        else
+            qunsetenv(variable.name);
+    }
+}
+} // namespace
 
 bool LinuxPlatform::prepareApplication()
 {
@@ -39,26 +80,24 @@ bool LinuxPlatform::prepareApplication()
     xcb_disconnect(connection);
     if (!hasServer)
         return false;
-    // A window that must sit at an exact place above everything is an X11 window, under Wayland too, whatever
-    // the user has chosen for other programs.
-    qputenv("QT_QPA_PLATFORM", "xcb");
-    // Frames are paced by the animations; no need to gather updates before one.
-    if (!qEnvironmentVariableIsSet("QT_QPA_UPDATE_IDLE_TIME"))
-        qputenv("QT_QPA_UPDATE_IDLE_TIME", "0");
+    borrowEnvironment();
     // A panel that is closed nearly all day should not hold a GPU context.
     if (!qEnvironmentVariableIsSet("QT_QUICK_BACKEND"))
         qputenv("QT_QUICK_BACKEND", "software");
     return true;
 }
 
-LinuxPlatform::LinuxPlatform() : m_parts(std::make_unique<Parts>()) {}
+LinuxPlatform::LinuxPlatform() : m_parts(std::make_unique<Parts>())
+{
+    restoreEnvironment();
+}
 
 LinuxPlatform::~LinuxPlatform() = default;
 
 Platform LinuxPlatform::ports()
 {
-    return {m_parts->clock,          m_parts->mainQueue,    m_parts->screens,
-            m_parts->pointerMonitor, m_parts->windowServer, m_parts->alertSound,   m_parts->userDefaults};
+    return {m_parts->clock,        m_parts->mainQueue,  m_parts->screens,     m_parts->pointerMonitor,
+            m_parts->windowServer, m_parts->alertSound, m_parts->userDefaults};
 }
 
 InstanceOwner& LinuxPlatform::instanceOwner()

@@ -45,3 +45,19 @@ ScreenPoint ScreenSpace::fromPixel(const QPointF& pixel) const
     }
     return {point.x(), flipHeight() - point.y()};
 }
+
+QRect ScreenSpace::toPixels(const ScreenRect& rect) const
+{
+    const QRectF points = toToolkit(rect);
+    QRectF pixels = points;
+    for (const auto& [geometry, scale] : m_displays) {
+        if (geometry.contains(points.center())) {
+            pixels = {geometry.topLeft() + (points.topLeft() - geometry.topLeft()) * scale,
+                      points.size() * scale};
+            break;
+        }
+    }
+    const QPointF corner = pixels.bottomRight();
+    const QPoint first(qRound(pixels.left()), qRound(pixels.top()));
+    return {first, QSize(qRound(corner.x()) - first.x(), qRound(corner.y()) - first.y())};
+}

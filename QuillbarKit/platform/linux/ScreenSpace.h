@@ -29,6 +29,9 @@ public:
     ScreenRect fromToolkit(const QRectF& rect) const;
     QRectF toToolkit(const ScreenRect& rect) const;
 
+    /// The rectangle's device pixels, each edge on the nearest; those of the display that its middle is on.
+    QRect toPixels(const ScreenRect& rect) const;
+
     /// The place of a device pixel of the desktop.
     ScreenPoint fromPixel(const QPointF& pixel) const;
 

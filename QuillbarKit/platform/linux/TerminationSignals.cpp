@@ -10,7 +10,7 @@
 namespace {
 // A pipe rather than a blocked signal: a mask would be handed down to every program that we start.
 std::array<int, 2> wakePipe{-1, -1};
-constexpr std::array handledSignals{SIGTERM, SIGINT};
+constexpr std::array handledSignals{SIGTERM, SIGINT, SIGHUP};
 
 void wake(int)
 {

@@ -5,7 +5,7 @@
 
 #include <memory>
 
-/// Turns SIGTERM and SIGINT into a call on the event loop, so that the process ends in good order. One
+/// Turns SIGTERM, SIGINT and SIGHUP (a closed terminal) into a call on the event loop, so that the process ends in good order. One
 /// object at a time. Main thread.
 class TerminationSignals : public QObject
 {

@@ -33,6 +33,14 @@ QString lockPath()
                             : AppPaths::supportDirectory();
     return QDir(folder).filePath(busName + QStringLiteral(".lock"));
 }
+
+bool isBusAnnounced()
+{
+    if (qEnvironmentVariableIsSet("DBUS_SESSION_BUS_ADDRESS"))
+        return true;
+    const auto runtimeDirectory = qEnvironmentVariable("XDG_RUNTIME_DIR");
+    return !runtimeDirectory.isEmpty() && QFile::exists(runtimeDirectory + QStringLiteral("/bus"));
+}
 } // namespace
 
 SessionInstanceOwner::SessionInstanceOwner(MainQueue& mainQueue, QObject* parent)
@@ -74,8 +82,10 @@ SessionInstanceOwner::Lock SessionInstanceOwner::takeLock()
 
 bool SessionInstanceOwner::takeName()
 {
-    if (!m_bus.isConnected())
+    if (!m_bus.isConnected()) {
+        awaitBus();
         return true;
+    }
     // Before the name: whoever sees the name may call at once.
     m_bus.registerObject(objectPath, this, QDBusConnection::ExportAdaptors);
     const auto reply = m_bus.interface()->registerService(busName, QDBusConnectionInterface::DontQueueService,
@@ -104,7 +114,17 @@ void SessionInstanceOwner::handleBusGone()
     if (m_busReturn)
         return;
     std::fputs("Quillbar: the session bus is gone; going on without it until it returns\n", stderr);
+    if (!m_connectionName.isEmpty())
+        QDBusConnection::disconnectFromBus(m_connectionName);
+    awaitBus();
+}
+
+void SessionInstanceOwner::awaitBus()
+{
     m_busReturn = std::make_unique<RepeatingTimer>(m_mainQueue, busReturnSeconds, [this] {
+        // Without an address to look at, the library would start a bus of its own.
+        if (!isBusAnnounced())
+            return;
         const auto name = QStringLiteral("quillbar-instance-%1").arg(++m_connections);
         auto bus = QDBusConnection::connectToBus(QDBusConnection::SessionBus, name);
         if (!bus.isConnected()) {
@@ -112,6 +132,7 @@ void SessionInstanceOwner::handleBusGone()
             return;
         }
         m_bus = bus;
+        m_connectionName = name;
         takeName();
         m_busReturn.reset();
     });

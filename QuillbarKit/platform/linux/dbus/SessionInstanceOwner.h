@@ -32,10 +32,13 @@ private:
     /// Whether the name is ours, or can't be anybody's for want of a bus.
     bool takeName();
     void activateFirst();
+    /// Looks for a bus now and then, and takes the name on the one that comes.
+    void awaitBus();
 
     MainQueue& m_mainQueue;
     QDBusConnection m_bus;
     int m_connections = 0;
+    QString m_connectionName;
     int m_lockDescriptor = -1;
     std::unique_ptr<RepeatingTimer> m_busReturn;
 };

@@ -1,6 +1,6 @@
 #include "platform/linux/x11/X11PointerMonitor.h"
 
-#include "platform/linux/ScreenSpace.h"
+#include "platform/Screens.h"
 #include "platform/linux/x11/X11Connection.h"
 #include "platform/linux/x11/X11Reply.h"
 
@@ -43,7 +43,8 @@ private:
     Handlers::iterator m_place;
 };
 
-X11PointerMonitor::X11PointerMonitor(X11Connection& connection, bool isXWayland, QObject* parent)
+X11PointerMonitor::X11PointerMonitor(X11Connection& connection, const Screens& screens, bool isXWayland,
+                                     QObject* parent)
     : QObject(parent), m_connection(connection), m_isXWayland(isXWayland),
       m_gatherMilliseconds(shortestGatherMilliseconds)
 {
@@ -51,6 +52,8 @@ X11PointerMonitor::X11PointerMonitor(X11Connection& connection, bool isXWayland,
     m_gathering.setTimerType(Qt::PreciseTimer);
     connect(&m_gathering, &QTimer::timeout, this, [this] { m_connection.setReadingEnabled(true); });
     qGuiApp->installEventFilter(this);
+    // Asked for at every movement, so it is not made anew each time.
+    connect(&screens, &Screens::changed, this, [this] { m_space = ScreenSpace::current(); });
     if (!m_connection.isValid())
         return;
     // From version 2.1 on raw events arrive while another program holds a grab.
@@ -78,7 +81,7 @@ std::optional<ScreenPoint> X11PointerMonitor::mouseLocation() const
                                 xcb_query_pointer(m_connection.get(), m_connection.root()));
     if (!reply)
         return std::nullopt;
-    return ScreenSpace::current().fromPixel(QPointF(reply->root_x, reply->root_y));
+    return m_space.fromPixel(QPointF(reply->root_x, reply->root_y));
 }
 
 std::unique_ptr<PointerMonitor::Token> X11PointerMonitor::addGlobalMonitor(std::function<void()> handler)
@@ -138,8 +141,12 @@ void X11PointerMonitor::handleRawMotion()
 bool X11PointerMonitor::eventFilter(QObject* watched, QEvent* event)
 {
     switch (event->type()) {
-    case QEvent::Enter:
     case QEvent::MouseMove:
+        // Raw events tell of these movements too.
+        if (m_hasInputExtension && !m_isXWayland)
+            break;
+        [[fallthrough]];
+    case QEvent::Enter:
     case QEvent::DragEnter:
     case QEvent::DragMove:
         if (!watched->isWindowType())

@@ -1,12 +1,14 @@
 #pragma once
 
 #include "platform/PointerMonitor.h"
+#include "platform/linux/ScreenSpace.h"
 
 #include <QObject>
 #include <QTimer>
 
 #include <list>
 
+class Screens;
 class X11Connection;
 
 /// The pointer on X11. Movements are heard as raw events of the input extension, which arrive whoever holds
@@ -22,7 +24,8 @@ class X11PointerMonitor final : public QObject, public PointerMonitor
 
 public:
     /// `connection` must be given over to this object alone.
-    X11PointerMonitor(X11Connection& connection, bool isXWayland, QObject* parent = nullptr);
+    X11PointerMonitor(X11Connection& connection, const Screens& screens, bool isXWayland,
+                      QObject* parent = nullptr);
     ~X11PointerMonitor() override;
 
     std::optional<ScreenPoint> mouseLocation() const override;
@@ -43,6 +46,7 @@ private:
     static void callAll(const Handlers& handlers);
 
     X11Connection& m_connection;
+    ScreenSpace m_space = ScreenSpace::current();
     bool m_isXWayland;
     bool m_hasInputExtension = false;
     bool m_isOverOwnWindow = false;

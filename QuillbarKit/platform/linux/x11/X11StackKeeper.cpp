@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <array>
 #include <span>
+#include <utility>
 
 namespace {
 /// Long enough that a rival who raises himself in the same way costs next to nothing, too short to notice.
@@ -23,9 +24,10 @@ std::span<const xcb_window_t> childrenOf(const xcb_query_tree_reply_t& tree)
 } // namespace
 
 X11StackKeeper::X11StackKeeper(X11Connection& connection, QObject* parent)
-    : QObject(parent), m_connection(connection), m_clientState(connection.atom("WM_STATE"))
+    : QObject(parent), m_connection(connection), m_clientState(connection.atom("WM_STATE")),
+      m_managedList(connection.atom("_NET_CLIENT_LIST_STACKING"))
 {
-    const uint32_t mask = XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY;
+    const uint32_t mask = XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE;
     xcb_change_window_attributes(m_connection.get(), m_connection.root(), XCB_CW_EVENT_MASK, &mask);
     xcb_flush(m_connection.get());
     m_soon.setSingleShot(true);
@@ -46,22 +48,32 @@ void X11StackKeeper::remove(xcb_window_t window)
 
 void X11StackKeeper::handleEvent(const xcb_generic_event_t& event)
 {
+    if (!m_windows.isEmpty() && changesStack(event) && !m_soon.isActive())
+        m_soon.start();
+}
+
+bool X11StackKeeper::changesStack(const xcb_generic_event_t& event)
+{
     switch (event.response_type & 0x7f) {
     case XCB_CONFIGURE_NOTIFY: {
+        // A window that is only moved or sized reports the same neighbour again, many times a second.
         const auto& configure = reinterpret_cast<const xcb_configure_notify_event_t&>(event);
-        if (m_windows.contains(configure.window))
-            return;
-        break;
+        auto& beneath = m_beneath[configure.window];
+        return std::exchange(beneath, configure.above_sibling) != configure.above_sibling;
     }
+    case XCB_DESTROY_NOTIFY:
+        m_beneath.remove(reinterpret_cast<const xcb_destroy_notify_event_t&>(event).window);
+        return false;
     case XCB_MAP_NOTIFY:
     case XCB_REPARENT_NOTIFY:
     case XCB_CIRCULATE_NOTIFY:
-        break;
+        return true;
+    case XCB_PROPERTY_NOTIFY:
+        // A window manager may take up a window long after it was mapped.
+        return reinterpret_cast<const xcb_property_notify_event_t&>(event).atom == m_managedList;
     default:
-        return;
+        return false;
     }
-    if (!m_windows.isEmpty() && !m_soon.isActive())
-        m_soon.start();
 }
 
 void X11StackKeeper::keep()

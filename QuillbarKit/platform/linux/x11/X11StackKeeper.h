@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QHash>
 #include <QList>
 #include <QObject>
 #include <QTimer>
@@ -27,11 +28,15 @@ public:
     void handleEvent(const xcb_generic_event_t& event);
 
 private:
+    bool changesStack(const xcb_generic_event_t& event);
     bool isManaged(xcb_window_t topLevel) const;
     bool hasClientState(xcb_window_t window) const;
 
     X11Connection& m_connection;
     xcb_atom_t m_clientState;
+    xcb_atom_t m_managedList;
+    /// Which window each one was last told to stand on.
+    QHash<xcb_window_t, xcb_window_t> m_beneath;
     QList<xcb_window_t> m_windows;
     QTimer m_soon;
 };

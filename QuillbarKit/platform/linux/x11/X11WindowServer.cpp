@@ -9,6 +9,8 @@
 #include <QList>
 #include <QPointer>
 
+#include <array>
+
 #include <xcb/shape.h>
 #include <xcb/xfixes.h>
 
@@ -117,13 +119,26 @@ void X11WindowServer::applyTraits(QWindow& window, const WindowTraits& traits)
         xcb_change_property(connection, XCB_PROP_MODE_REPLACE, idOf(window),
                             m_connection.atom("_COMPTON_SHADOW"), XCB_ATOM_CARDINAL, 32, 1, &none);
     }
-    if (isOverlay)
+    if (isOverlay) {
         m_stackKeeper->add(idOf(window));
+        connect(&window, &QObject::destroyed, m_stackKeeper.get(),
+                [keeper = m_stackKeeper.get(), id = idOf(window)] { keeper->remove(id); });
+    }
 }
 
 void X11WindowServer::setFrame(QWindow& window, const ScreenRect& frame)
 {
-    window.setGeometry(ScreenSpace::current().toToolkit(frame).toRect());
+    const auto space = ScreenSpace::current();
+    window.setGeometry(space.toToolkit(frame).toRect());
+    // The toolkit places windows on whole points, which at a fractional scale may lie a pixel off.
+    const auto pixels = space.toPixels(frame);
+    const std::array values{static_cast<uint32_t>(pixels.x()), static_cast<uint32_t>(pixels.y()),
+                            static_cast<uint32_t>(pixels.width()), static_cast<uint32_t>(pixels.height())};
+    xcb_configure_window(drawingConnection(), idOf(window),
+                         XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y | XCB_CONFIG_WINDOW_WIDTH |
+                             XCB_CONFIG_WINDOW_HEIGHT,
+                         values.data());
+    xcb_flush(drawingConnection());
 }
 
 void X11WindowServer::setIgnoresMouseEvents(QWindow& window, bool ignores)
