@@ -5,7 +5,7 @@
 
 class InstanceOwner;
 
-/// The bus interface org.freedesktop.Application of the desktop entry specification, as far as a program
+/// The bus interface org.freedesktop.Application of freedesktop.org's desktop entries, as far as a program
 /// without documents and actions has use for it.
 class ApplicationAdaptor final : public QDBusAbstractAdaptor
 {
