@@ -1,6 +1,7 @@
 """Fixtures of the desktop tests. README.md here says how to use them."""
 
 import re
+import signal
 
 import pytest
 
@@ -8,10 +9,35 @@ from harness.desktop import Desktop
 from harness.sway import SwayDesktop
 
 
+PHASE_SECONDS = 60
+
+
 def pytest_configure(config):
     config.addinivalue_line(
         "markers", "desktop(**options): options of the `desktop` fixture, as of harness.Desktop"
     )
+
+
+def _out_of_time(*unused):
+    raise AssertionError(f"nothing has moved for {PHASE_SECONDS} s: a server hangs")
+
+
+def _bounded():
+    """A reply that never comes fails the test with its evidence, instead of holding up all."""
+    signal.signal(signal.SIGALRM, _out_of_time)
+    signal.alarm(PHASE_SECONDS)
+    yield
+    signal.alarm(0)
+
+
+@pytest.hookimpl(hookwrapper=True)
+def pytest_runtest_setup():
+    yield from _bounded()
+
+
+@pytest.hookimpl(hookwrapper=True)
+def pytest_runtest_call():
+    yield from _bounded()
 
 
 @pytest.hookimpl(hookwrapper=True)

@@ -1,6 +1,7 @@
 """An X11 desktop of its own for one test."""
 
 import os
+import random
 import subprocess
 import time
 
@@ -65,30 +66,23 @@ class Desktop(Session):
         self.panel = Panel(self.x)
 
     def _start_display(self, size):
-        read_end, write_end = os.pipe()
-        self.xvfb = self.start(
-            "xvfb",
-            [
-                "Xvfb",
-                "-displayfd",
-                write_end,
-                "-screen",
-                "0",
-                f"{size[0]}x{size[1]}x24",
-                "-nolisten",
-                "tcp",
-                "+extension",
-                "RANDR",
-                "+extension",
-                "Composite",
-                "-dpi",
-                "96",
-                "-noreset",
-            ],
-            pass_fds=(write_end,),
-        )
-        os.close(write_end)
-        number = read_line_from(read_end, 15.0, self.xvfb)
+        # A server that looks for a free number itself tries them all and on its way takes the
+        # sockets of others away; so it gets one, and another where that is taken.
+        for _ in range(5):
+            number = random.randrange(100, 50000)
+            read_end, write_end = os.pipe()
+            self.xvfb = self.start(
+                "xvfb",
+                ["Xvfb", f":{number}", "-displayfd", write_end]
+                + ["-screen", "0", f"{size[0]}x{size[1]}x24", "-dpi", "96"]
+                + ["-nolisten", "tcp", "-noreset", "+extension", "RANDR", "+extension", "Composite"],
+                pass_fds=(write_end,),
+            )
+            os.close(write_end)
+            if read_line_from(read_end, 15.0, self.xvfb):
+                break
+        else:
+            raise AssertionError(f"no display: {self.xvfb.output}")
         self.env["DISPLAY"] = f":{number}"
         self.x = XDisplay(f":{number}")
 

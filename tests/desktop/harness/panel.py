@@ -1,4 +1,4 @@
-"""The panel as other programs see it."""
+"""Quillbar's own window, as the display tells of it."""
 
 from .waiting import wait_until
 from .x11 import Rect
