@@ -7,6 +7,7 @@
 #include <QCoreApplication>
 #include <QDeadlineTimer>
 #include <QQuickItem>
+#include <QTimer>
 
 #include <gmock/gmock.h>
 
@@ -61,6 +62,9 @@ protected:
     bool reachesHeight(double height, const ScreenPoint& corner)
     {
         const QDeadlineTimer deadline(10'000);
+        // So that the wait ends where no animation runs.
+        QTimer wakeUp;
+        wakeUp.start(20);
         while (window.frame.height != height && !deadline.hasExpired()) {
             QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
             EXPECT_EQ(window.frame.x, corner.x);
