@@ -1,13 +1,14 @@
-"""How the program ends: on a signal with status 0, without a display with one line."""
+"""How the program ends: on a signal with status 0, without a display with one line; what it ignores."""
 
 import signal
 
 import pytest
 
 from harness.waiting import wait_until
+from harness.x11 import Rect
 
 
-@pytest.mark.parametrize("signum", [signal.SIGTERM, signal.SIGINT])
+@pytest.mark.parametrize("signum", [signal.SIGTERM, signal.SIGINT, signal.SIGHUP])
 @pytest.mark.parametrize("opened", [False, True], ids=["closed", "open"])
 def test_a_signal_ends_it_in_order(desktop, quillbar, signum, opened):
     if opened:
@@ -52,3 +53,15 @@ def test_a_display_that_refuses_ends_it(desktop):
     app.wait()
     assert app.status > 0
     assert len(app.output_lines) == 1, app.output
+
+
+@pytest.mark.parametrize(
+    "arguments",
+    [("-platform", "offscreen"), ("-display", ":59999"), ("--help",), ("-qwindowgeometry", "50x50")],
+    ids=lambda arguments: arguments[0].strip("-"),
+)
+def test_arguments_change_nothing(desktop, arguments):
+    app = desktop.launch(arguments=arguments)
+    desktop.open_panel()
+    assert desktop.panel.geometry == Rect(340, 0, 600, 240)
+    assert app.output_lines == []

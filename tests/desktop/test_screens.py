@@ -24,11 +24,13 @@ def wait_for_place(desktop, place):
     ids=MANAGERS,
 )
 def test_the_resolution_changes_while_open(desktop):
-    desktop.launch()
+    app = desktop.launch()
     desktop.open_panel()
     for width, height in ((1024, 768), (1280, 900), (1600, 1000)):
         desktop.x.set_resolution(width, height)
         wait_for_place(desktop, Rect(width // 2 - 300, 0, 600, 240))
+        app.wait_until_idle()
+        assert desktop.panel.takes_clicks(), "the panel is open yet"
         desktop.open_panel()
         desktop.point_away()
         desktop.panel.wait_until_closed()

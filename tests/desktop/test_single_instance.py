@@ -28,6 +28,17 @@ def monitor_activations(desktop):
     return monitor
 
 
+def has_name(desktop):
+    """Whether the program owns its name on the session bus."""
+    query = desktop.start(
+        "has-name",
+        ["dbus-send", "--session", "--print-reply=literal", "--dest=org.freedesktop.DBus"]
+        + ["/", "org.freedesktop.DBus.NameHasOwner", "string:com.vennor.quillbar"],
+    )
+    assert query.wait() == 0, query.output
+    return "true" in query.output
+
+
 def test_a_second_start_activates_the_first_and_ends(desktop, quillbar):
     monitor = monitor_activations(desktop)
     second = start_second(desktop)
@@ -84,3 +95,16 @@ def test_the_bus_dies_and_the_program_goes_on(desktop, quillbar):
     assert quillbar.running
     assert len(quillbar.output_lines) == len(before) + 1, quillbar.output
     assert start_second(desktop).status == 0
+
+
+def test_a_bus_that_returns_gets_the_name_back(desktop, quillbar):
+    desktop.bus.kill()
+    wait_until(lambda: quillbar.output_lines, what="the program has noticed")
+    desktop.start_bus()
+    # The program looks for a lost bus only now and then.
+    wait_until(lambda: has_name(desktop), 30.0, "the name has its owner again", interval=0.2)
+    monitor = monitor_activations(desktop)
+    assert start_second(desktop).status == 0
+    wait_until(lambda: "member=Activate" in monitor.output, what="Activate has been called")
+    assert quillbar.running
+    assert len(quillbar.output_lines) == 1, quillbar.output

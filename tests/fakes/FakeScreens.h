@@ -10,7 +10,14 @@ public:
     std::optional<Screen> main;
     double barThickness = 24.0;
 
-    QList<Screen> screens() const override { return all; }
+    /// How often the list of displays was asked for.
+    mutable int enumerations = 0;
+
+    QList<Screen> screens() const override
+    {
+        ++enumerations;
+        return all;
+    }
     std::optional<Screen> mainScreen() const override { return main; }
     double menuBarThickness() const override { return barThickness; }
 

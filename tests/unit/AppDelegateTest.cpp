@@ -4,7 +4,10 @@
 #include "fakes/TestModule.h"
 #include "shell/NotchPanel.h"
 
+#include <QCoreApplication>
+#include <QDeadlineTimer>
 #include <QQuickItem>
+#include <QTimer>
 
 #include <gmock/gmock.h>
 
@@ -48,6 +51,28 @@ protected:
         return modules;
     }
 
+    void select(const QString& id)
+    {
+        delegate.panelState().setActiveModuleID(id);
+        platform.mainQueue.runUntilIdle();
+    }
+
+    /// Lets the animation towards that height run in real time. The top left corner must stay at `corner`
+    /// on the whole way. False when the frame never gets there.
+    bool reachesHeight(double height, const ScreenPoint& corner)
+    {
+        const QDeadlineTimer deadline(10'000);
+        // So that the wait ends where no animation runs.
+        QTimer wakeUp;
+        wakeUp.start(20);
+        while (window.frame.height != height && !deadline.hasExpired()) {
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+            EXPECT_EQ(window.frame.x, corner.x);
+            EXPECT_NEAR(window.frame.maxY(), corner.y, 1e-9);
+        }
+        return window.frame.height == height;
+    }
+
     bool isOpen() { return delegate.panelState().isOpen(); }
 
     FakePlatform platform;
@@ -76,7 +101,6 @@ TEST_F(AppDelegateTest, ThePanelIsAboveEverythingOnEveryWorkspaceAndActivatesNot
     EXPECT_TRUE(window.traits.isNonActivating);
     EXPECT_FALSE(window.traits.isOpaque);
     EXPECT_FALSE(window.traits.hasShadow);
-    EXPECT_TRUE(delegate.window()->canBecomeKey());
 }
 
 TEST_F(AppDelegateTest, ThePanelStateStartsClosedOnTheMediaModule)
@@ -145,14 +169,17 @@ TEST_F(AppDelegateTest, AnOverwrittenHideStillRunsButCannotCloseAPanelUnderThePo
     launch();
     movePointer(atNotch);
     movePointer(away);
-    platform.mainQueue.advance(0.1);
-    // The state of another hide on its way that nobody holds any more: pinning and unpinning in between
-    // would cancel only the one that is held.
+    // Composing swallows the entering that would have cancelled the hide, so the next leaving puts another in
+    // its place, and the first is held by nobody any more.
+    delegate.panelState().setComposingEvent(true);
     movePointer(atNotch);
+    delegate.panelState().setComposingEvent(false);
     movePointer(away);
-    platform.mainQueue.advance(0.35);
+    EXPECT_EQ(platform.mainQueue.pendingCount(), 2U);
     movePointer(atNotch);
-    platform.mainQueue.advance(0.05);
+    EXPECT_EQ(platform.mainQueue.pendingCount(), 1U);
+    platform.mainQueue.advance(1);
+    EXPECT_EQ(platform.mainQueue.pendingCount(), 0U);
     EXPECT_TRUE(isOpen());
 }
 
@@ -259,6 +286,35 @@ TEST_F(AppDelegateTest, ComposingEndsWithAClosedPanelUnlessThePointerIsInsideOrI
     EXPECT_TRUE(isOpen());
 }
 
+TEST_F(AppDelegateTest, AModuleOfAnotherHeightStretchesTheDrawerDownward)
+{
+    launch();
+    select(u"mirror"_qs);
+    // The view and the zone run ahead of the window, which takes its time.
+    EXPECT_EQ(delegate.panelState().contentHeight(), 420.0);
+    EXPECT_EQ(delegate.tracker().triggerHeightShown, 24 + 420 + 14.0);
+    EXPECT_EQ(delegate.window()->contentView()->size(), QSizeF(600, 444));
+    EXPECT_EQ(window.frame, (ScreenRect{340, 560, 600, 240}));
+    EXPECT_TRUE(reachesHeight(444, {340, 800}));
+    EXPECT_EQ(window.frame, (ScreenRect{340, 356, 600, 444}));
+
+    select(u"media"_qs);
+    EXPECT_EQ(delegate.panelState().contentHeight(), 216.0);
+    EXPECT_EQ(delegate.tracker().triggerHeightShown, 24 + 216 + 14.0);
+    EXPECT_EQ(delegate.window()->contentView()->size(), QSizeF(600, 240));
+    EXPECT_TRUE(reachesHeight(240, {340, 800}));
+    EXPECT_EQ(window.frame, (ScreenRect{340, 560, 600, 240}));
+}
+
+TEST_F(AppDelegateTest, AnUnknownModuleHasTheUsualHeight)
+{
+    launch();
+    select(u"mirror"_qs);
+    select(u"nothing"_qs);
+    EXPECT_EQ(delegate.panelState().contentHeight(), 216.0);
+    EXPECT_EQ(delegate.window()->contentView()->size(), QSizeF(600, 240));
+}
+
 TEST_F(AppDelegateTest, AnotherArrangementOfDisplaysMovesThePanelAndKeepsTheContentHeight)
 {
     launch();
@@ -286,6 +342,7 @@ TEST_F(AppDelegateTest, WithoutAnyDisplayTheProgramRunsOn)
     platform.screens.main.reset();
     launch();
     EXPECT_EQ(window.frame, (ScreenRect{-300, -248, 600, 248}));
+    EXPECT_EQ(delegate.window()->contentView()->property("notchWidth").toDouble(), 200.0);
     rearrange({0, 0, 1280, 800}, 24);
     EXPECT_EQ(window.frame, (ScreenRect{340, 560, 600, 240}));
 }
@@ -307,8 +364,11 @@ TEST_F(AppDelegateTest, AHideOnItsWayIsHarmlessOnceTheControllerIsGone)
     other->applicationDidFinishLaunching();
     movePointer(atNotch);
     movePointer(away);
+    EXPECT_EQ(platform.mainQueue.pendingCount(), 1U);
+    EXPECT_FALSE(window.ignoresMouseEvents);
     other.reset();
     platform.mainQueue.advance(1);
+    EXPECT_FALSE(window.ignoresMouseEvents);
 }
 
 TEST_F(AppDelegateTest, AnotherStartBringsThePanelToTheFront)
@@ -322,6 +382,6 @@ TEST_F(AppDelegateTest, AnotherStartBringsThePanelToTheFront)
 TEST_F(AppDelegateTest, WithoutAPanelOpeningStopsTheProcess)
 {
     EXPECT_DEATH(delegate.setPinned(true), "setPanelOpen");
-    EXPECT_DEATH(delegate.beginComposeEvent(), "setPanelOpen");
+    EXPECT_DEATH(delegate.beginComposeEvent(), "beginComposeEvent");
     EXPECT_DEATH(delegate.endComposeEvent(), "endComposeEvent");
 }

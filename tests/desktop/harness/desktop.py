@@ -141,9 +141,9 @@ class Desktop(Session):
 
     # -- programs ------------------------------------------------------------------------------
 
-    def launch(self, env=None):
+    def launch(self, env=None, arguments=()):
         """Start Quillbar and wait until its panel is on the screen and it has come to rest."""
-        app = self.start_quillbar(env)
+        app = self.start_quillbar(env, arguments)
 
         def shown():
             assert app.running, f"the program ended with {app.status}: {app.output}"

@@ -103,15 +103,6 @@ TEST_F(MouseTrackerTest, RepeatedStartsInstallOnePairOfMonitors)
     EXPECT_THAT(changes, ElementsAre(true));
 }
 
-TEST_F(MouseTrackerTest, ADragAcrossTheNotchFromAnotherProgramReportsInside)
-{
-    // A held button changes nothing: the monitor reports drags as it reports moves.
-    tracker.start();
-    pointer.moveOverOthers(ScreenPoint{640, 795});
-    queue.runUntilIdle();
-    EXPECT_THAT(changes, ElementsAre(true));
-}
-
 TEST_F(MouseTrackerTest, MovementsOverOurOwnWindowsCountToo)
 {
     tracker.start();
@@ -142,13 +133,33 @@ TEST_F(MouseTrackerTest, StopRemovesTheMonitorsAndKeepsTheState)
     EXPECT_THAT(changes, ElementsAre(true, false));
 }
 
-TEST_F(MouseTrackerTest, GoesOnWithTheOtherMonitorWhereOneIsRefused)
+TEST_F(MouseTrackerTest, AMovementOnItsWayIsDroppedAfterStop)
+{
+    tracker.start();
+    pointer.moveOverOthers(ScreenPoint{640, 799});
+    tracker.stop();
+    queue.runUntilIdle();
+    EXPECT_FALSE(tracker.isInside());
+    EXPECT_THAT(changes, IsEmpty());
+}
+
+TEST_F(MouseTrackerTest, GoesOnWithTheLocalMonitorWhereTheGlobalOneIsRefused)
 {
     pointer.offersGlobalMonitor = false;
     tracker.start();
     pointer.moveOverOurs(ScreenPoint{640, 799});
     queue.runUntilIdle();
     EXPECT_THAT(changes, ElementsAre(true));
+}
+
+TEST_F(MouseTrackerTest, GoesOnWithTheGlobalMonitorWhereTheLocalOneIsRefused)
+{
+    pointer.offersLocalMonitor = false;
+    tracker.start();
+    moveTo(640, 799);
+    EXPECT_THAT(changes, ElementsAre(true));
+    tracker.stop();
+    EXPECT_EQ(pointer.globalMonitors(), 0U);
 }
 
 TEST_F(MouseTrackerTest, AMovementOnItsWayIsHarmlessOnceTheTrackerIsGone)
@@ -186,6 +197,18 @@ TEST_F(MouseTrackerTest, WithoutADisplayToWatchItTakesTheOneUnderThePointer)
     EXPECT_FALSE(tracker.isInside());
     moveTo(2000, 1000);
     EXPECT_TRUE(tracker.isInside());
+}
+
+TEST_F(MouseTrackerTest, LooksForDisplaysOnlyWithoutOneToWatch)
+{
+    screens.setSingle(frame);
+    tracker.start();
+    moveTo(640, 799);
+    moveTo(0, 0);
+    EXPECT_EQ(screens.enumerations, 0);
+    tracker.screenFrame.reset();
+    moveTo(640, 799);
+    EXPECT_EQ(screens.enumerations, 1);
 }
 
 TEST_F(MouseTrackerTest, OffEveryDisplayTheMainOneIsTaken)

@@ -75,13 +75,6 @@ TEST(NotchShapeTest, ARadiusOfZeroMakesItsCornersSquare)
     EXPECT_EQ((NotchShape{0, 0}.pixels(panel, 1)), QRegion(0, 0, 600, 240));
 }
 
-TEST(NotchShapeTest, AChangeOfRadiiInterpolatesBoth)
-{
-    EXPECT_EQ(NotchShape::interpolated({7, 22}, {11, 2}, 0), (NotchShape{7, 22}));
-    EXPECT_EQ(NotchShape::interpolated({7, 22}, {11, 2}, 0.25), (NotchShape{8, 17}));
-    EXPECT_EQ(NotchShape::interpolated({7, 22}, {11, 2}, 1), (NotchShape{11, 2}));
-}
-
 TEST(NotchShapeTest, ThePixelsAreThoseThatAPainterFills)
 {
     struct Case
