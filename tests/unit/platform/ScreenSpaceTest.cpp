@@ -80,9 +80,7 @@ TEST(ScreenSpaceTest, EachDisplaysPixelsCountWithItsOwnScale)
         {{QRectF(0, 0, 1280, 800), 2}, {QRectF(2560, 0, 1920, 1080), 1}, {QRectF(4480, 0, 1200, 800), 1.5}});
     EXPECT_EQ(space.fromPixel({1280, 10}), (ScreenPoint{640, 795}));
     EXPECT_EQ(space.fromPixel({2559, 1599}), (ScreenPoint{1279.5, 0.5}));
-    EXPECT_EQ(space.fromPixel({2560, 0}), (ScreenPoint{2560, 800}));
     EXPECT_EQ(space.fromPixel({4479, 1079}), (ScreenPoint{4479, -279}));
-    EXPECT_EQ(space.fromPixel({4480, 0}), (ScreenPoint{4480, 800}));
     EXPECT_EQ(space.fromPixel({4480 + 900, 600}), (ScreenPoint{4480 + 600, 400}));
 }
 
@@ -98,4 +96,16 @@ TEST(ScreenSpaceTest, WithoutDisplaysOnlyTheDirectionTurns)
     EXPECT_EQ(space.fromToolkit(QRectF(10, 20, 30, 40)), (ScreenRect{10, -60, 30, 40}));
     EXPECT_EQ(space.fromPixel({10, 20}), (ScreenPoint{10, -20}));
     expectRoundTrip(space, QRectF(10, 20, 30, 40));
+}
+
+TEST(ScreenSpaceTest, ARectangleIsPlacedOnTheDisplaysOwnPixels)
+{
+    const ScreenSpace space({{QRectF(0, 0, 1280, 800), 2}, {QRectF(2560, 0, 1200, 801), 1.5}});
+    EXPECT_EQ(space.toPixels({340, 560, 600, 240}), QRect(680, 0, 1200, 480));
+    EXPECT_EQ(space.toPixels({2560 + 300, 560, 600, 240}), QRect(2560 + 450, 0, 900, 360));
+    // Half pixels: the edges are rounded each by itself, so that neighbours touch.
+    EXPECT_EQ(space.toPixels({2560, 795, 1, 5}), QRect(2560, 0, 2, 8));
+    EXPECT_EQ(space.toPixels({2561, 795, 1, 5}), QRect(2562, 0, 1, 8));
+    // Beyond all displays a point counts as a pixel.
+    EXPECT_EQ(space.toPixels({9000, 700, 10, 10}), QRect(9000, 90, 10, 10));
 }
