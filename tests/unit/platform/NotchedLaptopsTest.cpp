@@ -70,6 +70,19 @@ TEST_F(MachineModelTest, IsTheFirstOfTheDeviceTreesNames)
     EXPECT_EQ(model(), u"apple,j314s"_qs);
 }
 
+TEST_F(MachineModelTest, IsTheDmiProductNameWhereThereIsNoDeviceTree)
+{
+    writeDmi("Some Laptop 15\n");
+    EXPECT_EQ(model(), u"Some Laptop 15"_qs);
+}
+
+TEST_F(MachineModelTest, AnEmptyDeviceTreeIsAsGoodAsNone)
+{
+    writeDeviceTree(QByteArray(1, '\0'));
+    writeDmi("Some Laptop\n");
+    EXPECT_EQ(model(), u"Some Laptop"_qs);
+}
+
 TEST_F(MachineModelTest, IsEmptyWhereNothingTellsIt)
 {
     EXPECT_EQ(model(), QString());

@@ -84,6 +84,14 @@ TEST(ScreenSpaceTest, EachDisplaysPixelsCountWithItsOwnScale)
     EXPECT_EQ(space.fromPixel({4480 + 900, 600}), (ScreenPoint{4480 + 600, 400}));
 }
 
+TEST(ScreenSpaceTest, TheFirstPixelOfADisplayIsNotItsNeighboursLast)
+{
+    const ScreenSpace beside({{QRectF(0, 0, 1280, 800), 2}, {QRectF(2560, 0, 1920, 1080), 1}});
+    EXPECT_EQ(beside.fromPixel({2560, 0}), (ScreenPoint{2560, 800}));
+    const ScreenSpace below({{QRectF(0, 0, 1280, 800), 2}, {QRectF(0, 1600, 1920, 1080), 1}});
+    EXPECT_EQ(below.fromPixel({0, 1600}), (ScreenPoint{0, -800}));
+}
+
 TEST(ScreenSpaceTest, APixelOnNoDisplayCountsAsAPoint)
 {
     const ScreenSpace space({{QRectF(0, 0, 1280, 800), 2}});
