@@ -34,8 +34,7 @@ QByteArray firstOf(const QString& path)
     if (!file.open(QIODevice::ReadOnly))
         return {};
     // A device tree's string list ends each entry with a zero byte; the first is the most specific.
-    const auto bytes = file.read(256);
-    return bytes.left(bytes.indexOf('\0')).trimmed();
+    return file.read(256).split('\0').first().trimmed();
 }
 } // namespace
 

@@ -38,7 +38,8 @@ ScreenPoint ScreenSpace::fromPixel(const QPointF& pixel) const
     QPointF point = pixel;
     for (const auto& [geometry, scale] : m_displays) {
         const QRectF pixels(geometry.topLeft(), geometry.size() * scale);
-        if (pixels.contains(pixel)) {
+        // The far edges are the neighbour's first pixels.
+        if (pixels.contains(pixel) && pixel.x() < pixels.right() && pixel.y() < pixels.bottom()) {
             point = geometry.topLeft() + (pixel - geometry.topLeft()) / scale;
             break;
         }
