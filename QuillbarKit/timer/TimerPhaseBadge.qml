@@ -25,6 +25,8 @@ Row {
         font.pixelSize: 12
         font.weight: Font.Medium
         color: "white"
+        Accessible.role: Accessible.StaticText
+        Accessible.name: text
     }
 
     MonospacedDigits {
