@@ -1,3 +1,5 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import Quillbar
 
@@ -11,7 +13,7 @@ Item {
 
     readonly property real step: 36
     // -1 while the selected module is not among the visible ones.
-    readonly property int selectedIndex: registry.visibleIDs.indexOf(panelState.activeModuleID)
+    readonly property int selectedIndex: (registry.visibleIDs, registry.visibleIndex(panelState.activeModuleID))
     property int hoveredIndex: -1
 
     function select(id) {

@@ -45,6 +45,12 @@ public:
     /// one, else empty.
     Q_INVOKABLE QString shownID(const QString& selectedID) const;
 
+    /// The place of that module among the visible ones, -1 when it is not visible.
+    Q_INVOKABLE int visibleIndex(const QString& id) const
+    {
+        return static_cast<int>(m_visibleIDs.indexOf(id));
+    }
+
     // For the views; the id is that of a registered module.
     Q_INVOKABLE QString title(const QString& id) const { return require(id).title(); }
     Q_INVOKABLE QString iconSystemName(const QString& id) const { return require(id).iconSystemName(); }

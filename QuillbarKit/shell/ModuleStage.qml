@@ -1,3 +1,5 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import Quillbar
 
@@ -23,8 +25,8 @@ Item {
 
             x: fills ? 0 : (stage.width - width) / 2
             y: fills ? 0 : (stage.height - height) / 2
-            width: fills ? stage.width : item ? item.implicitWidth : 0
-            height: fills ? stage.height : item ? item.implicitHeight : 0
+            width: fills ? stage.width : implicitWidth
+            height: fills ? stage.height : implicitHeight
             wanted: isShown
             view: stage.registry.expandedView(modelData)
             opacity: presence

@@ -9,10 +9,8 @@ Loader {
     // A ModuleView.
     required property var view
 
-    readonly property bool hasSource: view !== undefined && view.source.toString() !== ""
-
     function load() {
-        if (wanted && hasSource && source.toString() === "")
+        if (wanted && view.exists && status === Loader.Null)
             setSource(view.source, view.properties);
     }
 

@@ -14,10 +14,13 @@ struct ModuleView
     Q_GADGET
     Q_PROPERTY(QUrl source MEMBER source)
     Q_PROPERTY(QVariantMap properties MEMBER properties)
+    Q_PROPERTY(bool exists READ exists)
 
 public:
     QUrl source;
     QVariantMap properties;
+
+    bool exists() const { return !source.isEmpty(); }
 
     /// The view of that type in our own module.
     static ModuleView named(const QString& type, QVariantMap properties)

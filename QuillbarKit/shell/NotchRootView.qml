@@ -68,15 +68,12 @@ Item {
         color: root.isGlass ? "transparent" : "black"
         clip: true
 
-        Loader {
+        GlassBackground {
             anchors.fill: parent
-            active: root.settings.notchGlass
             visible: root.isGlass
-            sourceComponent: GlassBackground {
-                topRadius: drawer.topRadius
-                bottomRadius: drawer.bottomRadius
-                translucent: root.blended
-            }
+            topRadius: drawer.topRadius
+            bottomRadius: drawer.bottomRadius
+            translucent: root.blended
         }
 
         NotchShapeItem {
@@ -130,15 +127,13 @@ Item {
             }
         }
 
-        Loader {
+        NotchFrameItem {
             anchors.fill: parent
-            active: opacity > 0
+            visible: opacity > 0
             opacity: root.settings.notchFrameEnabled && root.isOpen ? 1 : 0
-            sourceComponent: NotchFrameItem {
-                topRadius: drawer.topRadius
-                bottomRadius: drawer.bottomRadius
-                color: root.settings.accentColor
-            }
+            topRadius: drawer.topRadius
+            bottomRadius: drawer.bottomRadius
+            color: root.settings.accentColor
 
             Behavior on opacity {
                 NumberAnimation {
@@ -153,9 +148,9 @@ Item {
     Connections {
         // A module that is no longer offered can't stay the selected one.
         function onVisibleIDsChanged() {
-            const ids = root.registry.visibleIDs;
-            if (ids.length > 0 && ids.indexOf(root.panelState.activeModuleID) < 0)
-                root.panelState.activeModuleID = ids[0];
+            const shown = root.registry.shownID(root.panelState.activeModuleID);
+            if (shown !== "" && shown !== root.panelState.activeModuleID)
+                root.panelState.activeModuleID = shown;
         }
 
         target: root.registry

@@ -1,3 +1,5 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import Quillbar
 
@@ -29,7 +31,7 @@ Item {
             readonly property bool isHeld: slot.heldID === modelData
 
             x: slot.isLeading ? slot.width - width - 8 : 8
-            anchors.verticalCenter: parent.verticalCenter
+            y: (slot.height - height) / 2
             wanted: isHeld
             visible: isHeld
             view: slot.isLeading ? slot.registry.peekLeading(modelData) : slot.registry.peekTrailing(modelData)

@@ -32,6 +32,7 @@ Row {
     MonospacedDigits {
         anchors.verticalCenter: parent.verticalCenter
         text: TimerTexts.rounds(badge.service.completedFocusRounds)
+        fadeSeconds: 0.2
         font.family: Fonts.text
         font.pixelSize: 12
         color: Qt.rgba(1, 1, 1, 0.55)

@@ -18,9 +18,10 @@ Item {
     signal tapped
 
     activeFocusOnTab: true
-    Keys.onSpacePressed: control.tapped()
-    Keys.onReturnPressed: control.tapped()
-    Keys.onEnterPressed: control.tapped()
+    // A key held down is one press.
+    Keys.onSpacePressed: event => event.isAutoRepeat || control.tapped()
+    Keys.onReturnPressed: event => event.isAutoRepeat || control.tapped()
+    Keys.onEnterPressed: event => event.isAutoRepeat || control.tapped()
 
     Accessible.role: control.checkable ? Accessible.RadioButton : Accessible.Button
     Accessible.name: control.name
@@ -30,6 +31,8 @@ Item {
     Accessible.focusable: true
     Accessible.focused: control.activeFocus
     Accessible.onPressAction: control.tapped()
+    // What a radio button is told in place of a press.
+    Accessible.onToggleAction: control.tapped()
 
     HoverHandler {
         id: hover

@@ -1,3 +1,5 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 
 // Text in which every digit takes the room of the widest, so that a running time does not tremble.
@@ -48,7 +50,7 @@ Item {
                 font: metrics.font
                 color: root.color
                 Accessible.ignored: true
-                onCharacterChanged: if (root.fadeSeconds > 0)
+                onCharacterChanged: if (root.fadeSeconds > 0 && root.visible)
                     comeUp.restart()
 
                 NumberAnimation {

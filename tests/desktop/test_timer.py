@@ -102,6 +102,13 @@ def test_assistive_software_names_and_presses_every_control(desktop):
         assert control(desktop, app, name).role == "push button"
     for name in ("Pomodoro", "Stopwatch"):
         assert control(desktop, app, name).role == "radio button"
+    control(desktop, app, "Pomodoro").press()
+    control(desktop, app, "Focus")
+    for node in desktop.accessible(app).children[0].children:
+        if node.name == "Timer" and node.role == "radio button":
+            last = node
+    last.press()
+    control(desktop, app, "Add a minute")
     control(desktop, app, "Start").press()
     control(desktop, app, "Pause").press()
     control(desktop, app, "Start")

@@ -5,8 +5,8 @@
 
 #include <memory>
 
-/// Turns SIGTERM, SIGINT and SIGHUP (a closed terminal) into a call on the event loop, so that the process ends in good order. One
-/// object at a time. Main thread.
+/// Turns SIGTERM, SIGINT and SIGHUP (a closed terminal) into a call on the event loop, so that the process
+/// ends in good order. One object at a time. Main thread.
 class TerminationSignals : public QObject
 {
     Q_OBJECT
