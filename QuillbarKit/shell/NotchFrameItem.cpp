@@ -31,7 +31,10 @@ QList<NotchFrameItem::Stroke> NotchFrameItem::softStrokes(double width, double o
     };
     QList<Stroke> strokes;
     double covered = 0;
-    for (double distance = width / 2 + 2.5 * blur; distance > 0; distance -= strokeStep) {
+    const double reach = width / 2 + 2.5 * blur;
+    const int count = static_cast<int>(std::ceil(reach / strokeStep));
+    for (int i = 0; i < count; ++i) {
+        const double distance = reach - i * strokeStep;
         const double wanted = coverage(distance - strokeStep / 2);
         // What lies beneath shows through: drawing `own` over `covered` gives `wanted`.
         const double own = (wanted - covered) / (1 - covered);
