@@ -269,11 +269,13 @@ TEST_F(UserDefaultsTest, AnEditThatBreaksTheFileCostsNoValue)
 TEST_F(UserDefaultsTest, KilledAtAnyMomentTheFileLoadsAndNoFinishedSetIsLost)
 {
 #if defined(__SANITIZE_THREAD__) || defined(__SANITIZE_ADDRESS__)
-    constexpr int kills = 40; // A child takes many times as long to start there.
+    // A child takes many times as long to start there.
+    constexpr int kills = 40;
+    constexpr qint64 sets = 100;
 #else
     constexpr int kills = 300;
-#endif
     constexpr qint64 sets = 1000;
+#endif
     std::mt19937 random(20'241'121);
     std::uniform_int_distribution<int> microseconds(0, 12'000);
     qint64 count = 0;
