@@ -1,0 +1,59 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <QStringList>
+
+#include <functional>
+#include <map>
+#include <optional>
+
+/// The names under which contents are told apart here, whatever the desktop calls them.
+namespace PasteboardType {
+inline const QString plainText = QStringLiteral("public.utf8-plain-text");
+inline const QString rtf = QStringLiteral("public.rtf");
+inline const QString html = QStringLiteral("public.html");
+inline const QString png = QStringLiteral("public.png");
+inline const QString fileURL = QStringLiteral("public.file-url");
+/// Marks contents that nothing may record.
+inline const QString concealed = QStringLiteral("org.nspasteboard.ConcealedType");
+} // namespace PasteboardType
+
+/// What a pasteboard holds at one time, in the forms that this program has a use for.
+struct PasteboardContents
+{
+    /// Every type that the owner offers: those above by these names, the others as the desktop names them.
+    QStringList types;
+    /// Absolute paths of the files it names, in their order. URLs that are no local files are left out.
+    QStringList filePaths;
+    std::optional<QString> string;
+    /// Rich forms of the text: `PasteboardType::rtf`, `PasteboardType::html`.
+    std::map<QString, QByteArray> data;
+    /// The image, as a complete PNG file.
+    std::optional<QByteArray> png;
+
+    bool operator==(const PasteboardContents&) const = default;
+};
+
+/// The desktop's clipboard, the one that Copy and Paste use. Main thread only, and never waits for another
+/// program: what another one has copied has been fetched before the change count tells of it.
+class Pasteboard
+{
+public:
+    virtual ~Pasteboard() = default;
+
+    /// Grows with each change of the contents, whoever made it.
+    virtual qint64 changeCount() const = 0;
+
+    /// What the change count stands for. Forms that the owner offered but failed to hand over in time, or
+    /// that were too large, are missing.
+    virtual const PasteboardContents& contents() const = 0;
+
+    /// Replaces the contents by ours and serves them to other programs for as long as this one lives and none
+    /// copies something else. `types` need not be filled in. changeCount() has grown when it returns.
+    virtual void write(PasteboardContents contents) = 0;
+
+    /// Called after each growth of the change count; one handler, the last one set. So nobody need poll a
+    /// count that stands still.
+    virtual void setChangeHandler(std::function<void()> handler) = 0;
+};

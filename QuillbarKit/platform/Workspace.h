@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QImage>
+#include <QString>
+
+#include <optional>
+
+/// What the desktop knows of programs. A program is named by its bundle identifier, here the id of its
+/// desktop file without the suffix: "org.gnome.TextEditor", "firefox-esr". Main thread only; nothing here
+/// waits for another program.
+class Workspace
+{
+public:
+    virtual ~Workspace() = default;
+
+    /// The program whose window has the keyboard; none where no window has it or it can't be told. A program
+    /// without a desktop file goes by its window class, in lower case.
+    virtual std::optional<QString> frontmostApplication() const = 0;
+
+    /// The name under which the desktop's menus list the program, in the user's language; none for one that
+    /// is not installed.
+    virtual std::optional<QString> applicationName(const QString& bundleIdentifier) const = 0;
+
+    /// Its icon, `pixels` wide and high at most, from the user's icon theme; none for a program that is not
+    /// installed or has none.
+    virtual std::optional<QImage> applicationIcon(const QString& bundleIdentifier, int pixels) const = 0;
+};
