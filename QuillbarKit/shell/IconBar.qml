@@ -12,8 +12,9 @@ Item {
     required property QuillbarSettings settings
 
     readonly property real step: 36
+    readonly property string markedID: registry.markedID(panelState.activeModuleID, registry.visibleIDs)
     // -1 while the selected module is not among the visible ones.
-    readonly property int selectedIndex: (registry.visibleIDs, registry.visibleIndex(panelState.activeModuleID))
+    readonly property int selectedIndex: registry.visibleIDs.indexOf(markedID)
     property int hoveredIndex: -1
 
     function select(id) {
@@ -89,7 +90,7 @@ Item {
 
                 name: bar.registry.title(modelData)
                 iconSystemName: bar.registry.iconSystemName(modelData)
-                isSelected: bar.panelState.activeModuleID === modelData
+                isSelected: bar.markedID === modelData
                 accent: bar.settings.accentColor
                 onTapped: bar.select(modelData)
                 onHoveredChanged: {

@@ -22,7 +22,7 @@ Item {
     Component.onCompleted: heldID = peekID
 
     Repeater {
-        model: slot.registry.visibleIDs
+        model: slot.registry.allIDs
 
         ModuleViewHost {
             id: host
@@ -37,10 +37,6 @@ Item {
             view: slot.isLeading ? slot.registry.peekLeading(modelData) : slot.registry.peekTrailing(modelData)
             onIsHeldChanged: publish()
             onLoaded: publish()
-            Component.onDestruction: {
-                if (slot.shownItem === host)
-                    slot.shownItem = null;
-            }
 
             function publish() {
                 if (isHeld)
