@@ -46,24 +46,24 @@ AppDelegate::~AppDelegate()
 void AppDelegate::applicationDidFinishLaunching()
 {
     // The order matters: each step may lean on those before it.
-    // 1. The edit menu comes with the first window that takes text.
-    // 2. The notch and the panel.
+    // 1. The notch and the panel.
     readGeometry();
     buildWindow();
     positionWindow();
     applyDrawerHeight(false);
     m_window->orderFrontRegardless();
-    // 4. The pointer.
+    // 2. The pointer.
     applyTrackerGeometry();
     m_tracker.onChange = [this](bool inside) { handleProximity(inside); };
     m_tracker.start();
-    // 9. The modules.
+    // 3. The modules.
     handSettingsToRegistry();
-    // 12. to 14. What decides the peek, and the settings of the services.
+    // 4. What decides the peek.
     subscribeTimerActivity();
+    // 5. The settings of the services.
     pushTimerSettings();
     subscribeTimerSettings();
-    // 15. The displays.
+    // 6. The displays.
     connect(&m_platform.screens, &Screens::changed, this, &AppDelegate::screenParamsChanged);
 }
 

@@ -16,6 +16,7 @@ Item {
     // -1 while the selected module is not among the visible ones.
     readonly property int selectedIndex: registry.visibleIDs.indexOf(markedID)
     property int hoveredIndex: -1
+    readonly property color accent: Contrast.legible(settings.accentColor)
 
     function select(id) {
         panelState.activeModuleID = id;
@@ -31,7 +32,6 @@ Item {
     Rectangle {
         id: highlight
 
-        readonly property color accent: bar.settings.accentColor
         property int index: -1
 
         function follow() {
@@ -40,15 +40,16 @@ Item {
             glide.enabled = true;
         }
 
+        objectName: "highlight"
         visible: index >= 0
         x: glide.value
         width: 30
         height: 28
         scale: bar.hoveredIndex === index ? 1.08 : 1
         radius: 8
-        color: Qt.rgba(accent.r, accent.g, accent.b, 0.2 * accent.a)
+        color: Qt.rgba(bar.accent.r, bar.accent.g, bar.accent.b, 0.2 * bar.accent.a)
         border.width: 1
-        border.color: Qt.rgba(accent.r, accent.g, accent.b, 0.45 * accent.a)
+        border.color: Qt.rgba(bar.accent.r, bar.accent.g, bar.accent.b, 0.45 * bar.accent.a)
 
         Behavior on scale {
             NumberAnimation {
@@ -91,7 +92,7 @@ Item {
                 name: bar.registry.title(modelData)
                 iconSystemName: bar.registry.iconSystemName(modelData)
                 isSelected: bar.markedID === modelData
-                accent: bar.settings.accentColor
+                accent: bar.accent
                 onTapped: bar.select(modelData)
                 onHoveredChanged: {
                     if (hovered)

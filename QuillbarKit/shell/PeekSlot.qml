@@ -21,6 +21,14 @@ Item {
     }
     Component.onCompleted: heldID = peekID
 
+    PeekShade {
+        x: slot.shownItem ? slot.shownItem.x : 0
+        y: slot.shownItem ? slot.shownItem.y : 0
+        width: slot.shownItem ? slot.shownItem.width : 0
+        height: slot.shownItem ? slot.shownItem.height : 0
+        visible: slot.shownItem !== null
+    }
+
     Repeater {
         model: slot.registry.allIDs
 

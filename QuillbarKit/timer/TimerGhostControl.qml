@@ -13,13 +13,14 @@ PressableButton {
     Rectangle {
         anchors.fill: parent
         radius: width / 2
-        color: Qt.rgba(1, 1, 1, button.hovered ? 0.16 : 0.1)
+        color: Qt.rgba(1, 1, 1, button.hovered ? 0.2 : 0.13)
     }
 
     Symbol {
         anchors.centerIn: parent
         name: button.symbol
         pointSize: 13
+        semibold: true
         color: "white"
     }
 }

@@ -24,6 +24,7 @@ Item {
         visible: root.side === "leading"
         name: "timer"
         pointSize: 12
+        semibold: true
         color: accent.active
     }
 

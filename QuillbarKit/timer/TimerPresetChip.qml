@@ -7,12 +7,12 @@ PressableButton {
 
     required property string label
 
-    width: text.implicitWidth + 20
-    height: 24
+    width: Math.max(38, text.width + 20)
+    height: 26
 
     GlassChipBackground {
         anchors.fill: parent
-        cornerRadius: 12
+        cornerRadius: 13
         hovering: chip.hovered
     }
 
@@ -20,6 +20,8 @@ PressableButton {
         id: text
 
         anchors.centerIn: parent
+        width: Math.min(implicitWidth, 90)
+        elide: Text.ElideRight
         text: chip.label
         font.family: Fonts.text
         font.pixelSize: 11

@@ -9,4 +9,10 @@ Rectangle {
     color: enabled ? accent : Qt.rgba(1, 1, 1, 0.08)
     border.width: 0.5
     border.color: Qt.rgba(1, 1, 1, enabled ? 0.22 : 0.08)
+
+    Behavior on color {
+        ColorAnimation {
+            duration: 150
+        }
+    }
 }

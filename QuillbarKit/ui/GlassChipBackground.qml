@@ -9,9 +9,9 @@ Rectangle {
     property color tint: "white"
 
     radius: cornerRadius
-    color: Qt.rgba(tint.r, tint.g, tint.b, hovering ? 0.14 : 0.07)
+    color: Qt.rgba(tint.r, tint.g, tint.b, hovering ? 0.2 : 0.12)
     border.width: 0.5
-    border.color: Qt.rgba(tint.r, tint.g, tint.b, hovering ? 0.18 : 0.1)
+    border.color: Qt.rgba(tint.r, tint.g, tint.b, hovering ? 0.24 : 0.16)
 
     Behavior on color {
         ColorAnimation {

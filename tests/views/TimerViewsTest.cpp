@@ -2,6 +2,9 @@
 
 #include "ui/ProgressRing.h"
 
+#include <QRegularExpression>
+#include <QWheelEvent>
+
 using testing::Contains;
 using testing::ElementsAre;
 using testing::IsSupersetOf;
@@ -97,6 +100,155 @@ TEST_F(TimerViewsTest, WithoutPresetsThereAreNoChips)
     EXPECT_THAT(texts(), ElementsAre(u"Timer"_qs, u"Pomodoro"_qs, u"Stopwatch"_qs, u"5:00"_qs));
 }
 
+TEST_F(TimerViewsTest, PresetsThatNoCountdownCanHaveMakeNoChips)
+{
+    delegate.settings().setTimerPresets({3, 0, -5});
+    launchOpen();
+    EXPECT_THAT(texts(), ElementsAre(u"Timer"_qs, u"Pomodoro"_qs, u"Stopwatch"_qs, u"3:00"_qs, u"3m"_qs));
+}
+
+TEST_F(TimerViewsTest, ManyPresetsScrollAndLeaveTheRingWhereItIs)
+{
+    launchOpen();
+    const auto ringPlace = [&] { return ring()->mapRectToScene(ring()->boundingRect()); };
+    const auto few = ringPlace();
+    for (const int count : {30, 10'000}) {
+        QList<int> presets;
+        for (int minutes = 1; minutes <= count; ++minutes)
+            presets.append(minutes);
+        delegate.settings().setTimerPresets(presets);
+        settle();
+        EXPECT_EQ(ringPlace(), few);
+        const auto chips = controlNames().filter(QRegularExpression(u"^\\d+m$"_qs));
+        EXPECT_LT(chips.size(), 60) << "no chip far out of sight";
+        // Past the edge nothing is drawn.
+        const auto shown = picture();
+        EXPECT_EQ(shown.pixelColor(590, 140), QColor(Qt::black));
+        tap(u"2m"_qs);
+        EXPECT_EQ(service().presetSeconds(), 120.0);
+    }
+}
+
+TEST_F(TimerViewsTest, WithTheKeyboardEveryPresetIsReachedAndComesIntoSight)
+{
+    QList<int> presets;
+    for (int minutes = 1; minutes <= 30; ++minutes)
+        presets.append(minutes);
+    delegate.settings().setTimerPresets(presets);
+    launchOpen();
+    window().requestActivate();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window()));
+    control(u"1m"_qs)->forceActiveFocus(Qt::TabFocusReason);
+    for (int minutes = 2; minutes <= 30; ++minutes) {
+        QTest::keyClick(&window(), Qt::Key_Tab);
+        auto* chip = window().activeFocusItem();
+        ASSERT_NE(chip, nullptr);
+        ASSERT_EQ(chip->property("name"), QString::number(minutes) + u'm');
+        const auto place = chip->mapRectToScene(chip->boundingRect());
+        EXPECT_TRUE(QRectF(18, 24, 564, 202).contains(place)) << minutes;
+    }
+    QTest::keyClick(&window(), Qt::Key_Space);
+    EXPECT_EQ(service().presetSeconds(), 1800.0);
+}
+
+TEST_F(TimerViewsTest, AWheelScrollsThePresets)
+{
+    delegate.settings().setTimerPresets({11, 12, 13, 14, 15, 16, 17, 18, 19, 20, 21, 22});
+    launchOpen();
+    auto* first = control(u"11m"_qs);
+    const double before = first->mapToScene({}).x();
+    QWheelEvent down(middleOf(control(u"12m"_qs)), middleOf(control(u"12m"_qs)), {}, QPoint(0, -120),
+                     Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+    QCoreApplication::sendEvent(&window(), &down);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return first->mapToScene({}).x() < before - 20; }));
+}
+
+TEST_F(TimerViewsTest, AChangeOfModeMovesNeitherTheRingNorTheSwitcher)
+{
+    launchOpen();
+    const auto places = [&] {
+        QList<QPointF> places;
+        for (auto* item : visibleItems([](QQuickItem* item) { return item->inherits("ProgressRing"); }))
+            places.append(item->mapToScene({}));
+        return places;
+    };
+    const auto home = places().first();
+    for (const auto& mode : {u"Pomodoro"_qs, u"Stopwatch"_qs, u"Timer"_qs}) {
+        tap(mode);
+        bool isSettled = false;
+        EXPECT_TRUE(QTest::qWaitFor([&] {
+            for (const auto& place : places())
+                EXPECT_EQ(place, home) << qUtf8Printable(mode);
+            isSettled = places().size() == 1 && control(mode) != nullptr;
+            return isSettled;
+        }));
+    }
+}
+
+TEST_F(TimerViewsTest, AChangeOfModeFadesItsPartsAndSlidesTheControls)
+{
+    launchOpen();
+    const auto home = control(u"Start"_qs)->mapToScene({});
+    auto* added = control(u"Add a minute"_qs);
+    tap(u"Stopwatch"_qs);
+    bool wasHalfWay = false;
+    EXPECT_TRUE(QTest::qWaitFor([&] {
+        const double opacity = added->parentItem()->opacity();
+        const double moved = control(u"Start"_qs)->mapToScene({}).x() - home.x();
+        wasHalfWay = wasHalfWay || (opacity > 0.05 && opacity < 0.95 && moved > 1 && moved < 22);
+        return opacity == 0;
+    }));
+    EXPECT_TRUE(wasHalfWay);
+    settle();
+    EXPECT_EQ(control(u"Add a minute"_qs), nullptr);
+    EXPECT_EQ(control(u"Start"_qs)->mapToScene({}).x(), home.x() + 23);
+}
+
+TEST_F(TimerViewsTest, StartTurnsIntoPauseInAShortAnimation)
+{
+    launchOpen();
+    tap(u"Start"_qs);
+    EXPECT_THAT(symbols(), IsSupersetOf({u"play.fill"_qs, u"pause.fill"_qs}));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !symbols().contains(u"play.fill"_qs); }));
+    EXPECT_THAT(symbols(), Contains(u"pause.fill"_qs));
+}
+
+TEST_F(TimerViewsTest, DigitsStandEvenlyWhateverTheyAre)
+{
+    launchOpen();
+    const auto cells = [&] {
+        QList<double> lefts;
+        for (auto* item : visibleItems([](QQuickItem* item) { return item->property("isDigit").isValid(); }))
+            lefts.append(item->mapToScene({}).x());
+        return lefts;
+    };
+    service().setPreset(11 * 60 + 11);
+    settle();
+    const auto narrow = cells();
+    service().setPreset(44 * 60 + 44);
+    settle();
+    EXPECT_EQ(cells(), narrow);
+}
+
+TEST_F(TimerViewsTest, TabReachesEveryControlOfEachMode)
+{
+    launchOpen();
+    window().requestActivate();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window()));
+    for (const auto& mode : {u"Timer"_qs, u"Pomodoro"_qs, u"Stopwatch"_qs}) {
+        tap(mode);
+        settle();
+        const auto names = controlNames();
+        QStringList reached;
+        for (qsizetype i = 0; i < names.size(); ++i) {
+            QTest::keyClick(&window(), Qt::Key_Tab);
+            ASSERT_NE(window().activeFocusItem(), nullptr);
+            reached.append(window().activeFocusItem()->property("name").toString());
+        }
+        EXPECT_THAT(reached, testing::UnorderedElementsAreArray(names)) << qUtf8Printable(mode);
+    }
+}
+
 TEST_F(TimerViewsTest, ThePomodoroShowsItsPhaseAndTheRoundsDone)
 {
     launchOpen();
@@ -166,6 +318,7 @@ TEST_F(TimerViewsTest, TheSweepMovesBetweenTicksAndStandsStillWhilePaused)
 {
     launchOpen();
     tap(u"Stopwatch"_qs);
+    settle();
     tap(u"Start"_qs);
     const double before = ring()->fraction();
     EXPECT_TRUE(QTest::qWaitFor([&] { return ring()->fraction() > before; }));
