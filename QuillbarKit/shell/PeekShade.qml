@@ -5,18 +5,18 @@ Item {
     id: shade
 
     Repeater {
-        // Each a point larger than the one above it; in the middle they add up to 0.7.
-        model: 6
+        // Each a little larger than the one above it; in the middle they add up to 0.7.
+        model: 12
 
         Rectangle {
             required property int index
 
-            x: 2 - 2 * index
-            y: 2 - index
+            x: 2 - index
+            y: 2 - index / 2
             width: shade.width - 2 * x
             height: shade.height - 2 * y
             radius: height / 2
-            color: Qt.rgba(0, 0, 0, 0.182)
+            color: Qt.rgba(0, 0, 0, 0.095)
         }
     }
 }

@@ -12,9 +12,9 @@ Item {
 
     readonly property real ringSize: 104
     readonly property real ringWidth: 7
-    readonly property real gap: 36
+    readonly property real gap: 30
     // What is left beside the ring within 18 points of padding, and no more than looks well.
-    readonly property real columnWidth: Math.min(272, width - 2 * 18 - ringSize - gap)
+    readonly property real columnWidth: Math.min(236, width - 2 * 18 - ringSize - gap)
     readonly property list<int> presets: TimerTexts.offeredPresets(settings.timerPresets)
     readonly property int mode: service.mode
     readonly property int phaseMinutes: service.phase === PomodoroPhase.Focus ? service.workMinutes : service.breakMinutes

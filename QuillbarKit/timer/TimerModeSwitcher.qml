@@ -10,6 +10,8 @@ Rectangle {
     required property TimerService service
     required property color accent
 
+    readonly property list<int> modes: TimerTexts.modes()
+
     implicitWidth: row.width
     implicitHeight: row.height
     radius: height / 2
@@ -49,7 +51,7 @@ Rectangle {
         id: row
 
         Repeater {
-            model: TimerTexts.modes()
+            model: switcher.modes
 
             Control {
                 id: segment

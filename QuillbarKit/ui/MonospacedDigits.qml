@@ -31,7 +31,7 @@ Item {
             let widest = 0;
             for (const digit of "0123456789")
                 widest = Math.max(widest, metrics.tightBoundingRect(digit).width);
-            return Math.ceil((widest + 0.08 * metrics.font.pixelSize) * 2) / 2;
+            return Math.round((widest + 0.06 * metrics.font.pixelSize) * 2) / 2;
         }
 
         anchors.centerIn: parent

@@ -201,7 +201,7 @@ TEST_F(TimerViewsTest, AChangeOfModeFadesItsPartsAndSlidesTheControls)
     EXPECT_TRUE(wasHalfWay);
     settle();
     EXPECT_EQ(control(u"Add a minute"_qs), nullptr);
-    EXPECT_EQ(control(u"Start"_qs)->mapToScene({}).x(), home.x() + 23);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return control(u"Start"_qs)->mapToScene({}).x() == home.x() + 23; }));
 }
 
 TEST_F(TimerViewsTest, StartTurnsIntoPauseInAShortAnimation)
