@@ -315,51 +315,6 @@ TEST_F(AppDelegateTest, AnUnknownModuleHasTheUsualHeight)
     EXPECT_EQ(delegate.window()->contentView()->size(), QSizeF(600, 240));
 }
 
-TEST_F(AppDelegateTest, AnotherSizeOfTheCoverSizesTheDrawerAnew)
-{
-    launch();
-    dynamic_cast<TestModule&>(*delegate.registry().module(u"media"_qs)).height = 300.0;
-    EXPECT_EQ(delegate.panelState().contentHeight(), 216.0);
-    delegate.settings().setMediaArtSize(Settings::MediaArtSize::XLarge);
-    platform.mainQueue.runUntilIdle();
-    EXPECT_EQ(delegate.panelState().contentHeight(), 300.0);
-    EXPECT_EQ(delegate.tracker().triggerHeightShown, 24 + 300 + 14.0);
-    EXPECT_TRUE(reachesHeight(324, {340, 800}));
-}
-
-TEST_F(AppDelegateTest, TheTimersSettingsReachItsServiceAtLaunch)
-{
-    delegate.settings().setTimerSoundEnabled(false);
-    delegate.settings().setPomodoroWork(50);
-    delegate.settings().setPomodoroBreak(10);
-    delegate.settings().setTimerPresets({7, 1});
-    delegate.applicationDidFinishLaunching();
-    const auto& service = delegate.timerService();
-    EXPECT_FALSE(service.soundEnabled());
-    EXPECT_EQ(service.workMinutes(), 50);
-    EXPECT_EQ(service.breakMinutes(), 10);
-    EXPECT_EQ(service.presetSeconds(), 420.0);
-    EXPECT_EQ(service.remaining(), 420.0);
-}
-
-TEST_F(AppDelegateTest, TheTimersSettingsReachItsServiceWhenTheyChange)
-{
-    launch();
-    const auto& service = delegate.timerService();
-    EXPECT_TRUE(service.soundEnabled());
-    delegate.settings().setTimerSoundEnabled(false);
-    delegate.settings().setPomodoroWork(50);
-    delegate.settings().setPomodoroBreak(10);
-    platform.mainQueue.runUntilIdle();
-    EXPECT_FALSE(service.soundEnabled());
-    EXPECT_EQ(service.workMinutes(), 50);
-    EXPECT_EQ(service.breakMinutes(), 10);
-    // Other presets are offered; the countdown that is loaded stays.
-    delegate.settings().setTimerPresets({7, 1});
-    platform.mainQueue.runUntilIdle();
-    EXPECT_EQ(service.presetSeconds(), 60.0);
-}
-
 TEST_F(AppDelegateTest, AnotherArrangementOfDisplaysMovesThePanelAndKeepsTheContentHeight)
 {
     launch();
