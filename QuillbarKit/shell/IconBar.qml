@@ -12,9 +12,10 @@ Item {
     required property QuillbarSettings settings
 
     readonly property real step: 36
+    readonly property var ids: registry.visibleIDs
     readonly property string markedID: registry.markedID(panelState.activeModuleID, registry.visibleIDs)
     // -1 while the selected module is not among the visible ones.
-    readonly property int selectedIndex: registry.visibleIDs.indexOf(markedID)
+    readonly property int selectedIndex: ids.indexOf(markedID)
     property int hoveredIndex: -1
     readonly property color accent: Contrast.legible(settings.accentColor)
 

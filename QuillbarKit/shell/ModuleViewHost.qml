@@ -15,5 +15,5 @@ Loader {
     }
 
     // At the end of the turn: at the launch it is not known before which modules the user has enabled.
-    onWantedChanged: Qt.callLater(load)
+    onWantedChanged: Qt.callLater(load) // qmllint disable
 }

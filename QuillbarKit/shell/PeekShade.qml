@@ -1,3 +1,5 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 
 // A soft dark ground for a peek: it stands on whatever the desktop shows there, a white window as well.

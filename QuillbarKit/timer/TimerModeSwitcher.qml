@@ -10,8 +10,6 @@ Rectangle {
     required property TimerService service
     required property color accent
 
-    readonly property list<int> modes: TimerTexts.modes()
-
     implicitWidth: row.width
     implicitHeight: row.height
     radius: height / 2
@@ -51,7 +49,7 @@ Rectangle {
         id: row
 
         Repeater {
-            model: switcher.modes
+            model: TimerTexts.modes()
 
             Control {
                 id: segment

@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <iterator>
 
-QList<int> TimerTexts::modes()
+QVariantList TimerTexts::modes()
 {
-    QList<int> modes;
+    QVariantList modes;
     for (const auto mode : TimerModes::allCases())
         modes.append(static_cast<int>(mode));
     return modes;

@@ -5,6 +5,7 @@
 
 #include <QList>
 #include <QObject>
+#include <QVariantList>
 #include <QtQmlIntegration>
 
 /// What the timer's views make of numbers.
@@ -20,7 +21,7 @@ public:
     /// See TimeFormatting::mmss.
     Q_INVOKABLE static QString mmss(double seconds) { return TimeFormatting::mmss(seconds); }
     /// The faces in the order in which they are offered, and what they are called.
-    Q_INVOKABLE static QList<int> modes();
+    Q_INVOKABLE static QVariantList modes();
     Q_INVOKABLE static QString title(TimerModes::TimerMode mode);
     /// Those of the stored lengths, in minutes, that a countdown can have.
     Q_INVOKABLE static QList<int> offeredPresets(const QList<int>& minutes);

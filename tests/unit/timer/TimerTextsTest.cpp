@@ -10,8 +10,8 @@ using testing::IsEmpty;
 TEST(TimerTextsTest, TheModesAreCalledByTheirNamesInOrder)
 {
     QStringList titles;
-    for (const int mode : TimerTexts::modes())
-        titles.append(TimerTexts::title(static_cast<TimerMode>(mode)));
+    for (const auto& mode : TimerTexts::modes())
+        titles.append(TimerTexts::title(static_cast<TimerMode>(mode.toInt())));
     EXPECT_THAT(titles, ElementsAre(u"Timer"_qs, u"Pomodoro"_qs, u"Stopwatch"_qs));
 }
 
