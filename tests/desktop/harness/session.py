@@ -1,5 +1,6 @@
 """What an X11 and a Wayland session have in common: folders, bus, clean environment, the program."""
 
+import json
 import os
 import pathlib
 import pwd
@@ -7,6 +8,7 @@ import shutil
 import tempfile
 import time
 
+from . import clock
 from .figures import Figures
 from .processes import Process, kill_leftovers, read_line_from
 from .waiting import wait_until
@@ -74,6 +76,11 @@ class Session:
             if self.user is not None:
                 os.chown(path, self.user.pw_uid, self.user.pw_gid)
         return path
+
+    def configure(self, **settings):
+        """Write the preferences that the program finds at its start."""
+        folder = self._folder("home/.config/Quillbar")
+        (folder / "defaults.json").write_text(json.dumps(settings))
 
     # -- processes -------------------------------------------------------------------------
 
@@ -165,6 +172,7 @@ class Session:
                 process.end()
             else:
                 process.kill()
+            clock.forget(process.pid)
         kill_leftovers(self.root)
         shutil.rmtree(self.root, ignore_errors=True)
 
