@@ -13,7 +13,7 @@ pytestmark = pytest.mark.desktop(wm="openbox+picom")
 
 @pytest.mark.parametrize("act", [Soak.open_and_close, Soak.switch_mode])
 def test_memory_stays_flat(desktop, act):
-    soak = Soak(desktop, desktop.launch(hurried(10)))
+    soak = Soak(desktop, desktop.launch(hurried(20)))
     for _ in range(WARM_UP):
         act(soak)
     warm = soak.memory_at_rest()

@@ -13,7 +13,6 @@ class Soak:
     def __init__(self, desktop, app):
         self.desktop = desktop
         self.app = app
-        self.openings = 0
         self.switches = 0
         self._spots = None
 
@@ -21,21 +20,26 @@ class Soak:
         self.desktop.open_panel()
         self.desktop.point_away()
         self.desktop.panel.wait_until_closed()
-        self.openings += 1
 
-    def switch_mode(self):
-        """Choose the next mode with a click, and wait until the capsule has come to it."""
-        if self._spots is None:
-            self._spots = self._find_spots()
+    def click_next_mode(self):
+        """Choose the next mode in the open panel; its place."""
         self.switches += 1
         spot = self._spots[self.switches % len(MODES)]
         self.desktop.x.click(*spot)
+        return spot
+
+    def switch_mode(self):
+        """Choose the next mode with a click, and wait until the capsule has come to it."""
+        if not self.desktop.panel.takes_clicks():
+            self.desktop.open_panel()
+            self.app.wait_until_idle()
+        if self._spots is None:
+            self._spots = self._find_spots()
+        spot = self.click_next_mode()
         wait_until(lambda: self.desktop.x.pixel(*spot)[2] > CAPSULE_BLUE, what="the mode is the chosen one")
 
     def _find_spots(self):
-        """The modes' places, left of their texts, once the panel is open and at rest."""
-        self.desktop.open_panel()
-        self.app.wait_until_idle()
+        """The modes' places, left of their texts, in the open panel."""
         extents = {node.name: node.extents for _, node in self.desktop.accessible(self.app).walk()}
         return [(extents[mode][0] + 8, extents[mode][1] + extents[mode][3] // 2) for mode in MODES]
 
