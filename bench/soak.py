@@ -23,9 +23,10 @@ def tell_growth(what, act, count, soak):
     for done in range(1, count + 1):
         act()
         if done == WARM_UP or done % 2000 == 0 or done == count:
-            now = soak.memory_at_rest()
-            warm = now if warm is None else warm
-            print(f"{done} {what}: {now} KiB, {now - warm:+d} KiB since the first", flush=True)
+            now = (soak.memory_at_rest(), soak.app.pss_kib())
+            warm = warm or now
+            own, pss = (f"{each} KiB ({each - first:+d})" for each, first in zip(now, warm))
+            print(f"{done} {what}: own memory {own}, PSS {pss}; since the first {WARM_UP}", flush=True)
 
 
 def soak_memory(openings, switches, hurry):
