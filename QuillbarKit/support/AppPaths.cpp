@@ -1,5 +1,7 @@
 #include "support/AppPaths.h"
 
+#include "support/PrivateFolder.h"
+
 #include <QDir>
 #include <QFile>
 #include <QStandardPaths>
@@ -31,20 +33,6 @@ QString homeDirectory()
     return user ? QFile::decodeName(user->pw_dir) : QDir::rootPath();
 }
 
-void makeFolder(const QString& path)
-{
-    const QByteArray bytes = QFile::encodeName(path);
-    if (mkdir(bytes.constData(), ownerOnly) == 0)
-        chmod(bytes.constData(), ownerOnly); // A umask may have taken rights of ours.
-}
-
-void makeFolderAndParents(const QString& path)
-{
-    for (qsizetype end = path.indexOf(u'/', 1); end >= 0; end = path.indexOf(u'/', end + 1))
-        makeFolder(path.left(end));
-    makeFolder(path);
-}
-
 /// Takes the rights of everybody else off the folder.
 void narrow(const QString& path)
 {
@@ -63,7 +51,7 @@ QString ownFolder(const char* baseVariable, const QString& defaultBase)
     if (base.isEmpty())
         base = homeDirectory() + defaultBase;
     QString path = QDir::cleanPath(base + QStringLiteral("/Quillbar"));
-    makeFolderAndParents(path);
+    PrivateFolder::make(path);
     narrow(path);
     return path;
 }
