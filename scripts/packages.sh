@@ -8,19 +8,19 @@ packages_for() {
     build) echo g++ cmake ninja-build pkg-config ccache \
         qt6-base-dev qt6-base-dev-tools qt6-declarative-dev qt6-declarative-dev-tools qt6-svg-dev \
         libgl-dev libopengl-dev libvulkan-dev libxkbcommon-dev \
-        libxcb1-dev libxcb-ewmh-dev libxcb-randr0-dev libxcb-shape0-dev libxcb-util-dev \
-        libxcb-xfixes0-dev libxcb-xinput-dev libpsl-dev rapidjson-dev libcanberra-dev \
-        libgtest-dev libgmock-dev libbenchmark-dev bootstrap-icons ;;
+        libxcb1-dev libxcb-ewmh-dev libxcb-randr0-dev libxcb-res0-dev libxcb-shape0-dev \
+        libxcb-util-dev libxcb-xfixes0-dev libxcb-xinput-dev libpsl-dev rapidjson-dev libcanberra-dev \
+        zlib1g-dev libgtest-dev libgmock-dev libbenchmark-dev bootstrap-icons ;;
     # What the program loads at run time, and what ./run needs on a desktop.
     run) echo qml6-module-qtquick qml6-module-qtquick-window qml6-module-qtqml \
-        qml6-module-qtqml-workerscript libqt6svg6 fonts-inter fonts-quicksand dbus-daemon x11-utils \
-        libcanberra0 libcanberra-pulse sound-theme-freedesktop ;;
+        qml6-module-qtqml-workerscript libqt6svg6 qt6-image-formats-plugins fonts-inter fonts-quicksand \
+        dbus-daemon x11-utils libcanberra0 libcanberra-pulse sound-theme-freedesktop ;;
     # What ./run needs beyond that where there is no desktop.
     show) echo xvfb openbox x11-xserver-utils xdotool python3 python3-pil ;;
     # What the test suites drive, and the compiler of the fuzz targets.
     test) echo xvfb openbox picom xfwm4 mutter i3-wm sway xwayland grim xdotool \
-        x11-utils x11-xserver-utils xclip xterm dbus dbus-daemon at-spi2-core adduser util-linux procps \
-        python3 python3-pytest python3-xlib python3-gi gir1.2-atspi-2.0 python3-pil python3-numpy \
+        x11-utils x11-xserver-utils xclip xterm mousepad dbus dbus-daemon at-spi2-core adduser \
+        util-linux procps python3 python3-pytest python3-xlib python3-gi gir1.2-atspi-2.0 python3-pil python3-numpy \
         python3-dbus pulseaudio pulseaudio-utils clang libclang-rt-14-dev ;;
     # The checks of .ci/run.
     lint) echo git clang-format clang-tidy clang-tools shellcheck black python3-pyflakes \
