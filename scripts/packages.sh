@@ -9,8 +9,9 @@ packages_for() {
         qt6-base-dev qt6-base-dev-tools qt6-declarative-dev qt6-declarative-dev-tools qt6-svg-dev \
         libgl-dev libopengl-dev libvulkan-dev libxkbcommon-dev \
         libxcb1-dev libxcb-ewmh-dev libxcb-randr0-dev libxcb-res0-dev libxcb-shape0-dev \
-        libxcb-util-dev libxcb-xfixes0-dev libxcb-xinput-dev libpsl-dev rapidjson-dev libcanberra-dev \
-        zlib1g-dev libgtest-dev libgmock-dev libbenchmark-dev bootstrap-icons ;;
+        libxcb-util-dev libxcb-xfixes0-dev libxcb-xinput-dev libpsl-dev rapidjson-dev \
+        libsimdjson-dev libssl-dev zlib1g-dev libcanberra-dev \
+        libgtest-dev libgmock-dev libbenchmark-dev bootstrap-icons ;;
     # What the program loads at run time, and what ./run needs on a desktop.
     run) echo qml6-module-qtquick qml6-module-qtquick-window qml6-module-qtqml \
         qml6-module-qtqml-workerscript libqt6svg6 qt6-image-formats-plugins fonts-inter fonts-quicksand \
