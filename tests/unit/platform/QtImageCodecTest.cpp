@@ -145,6 +145,7 @@ TEST(QtImageCodec, TheSizeNeedsTheHeaderAlone)
 {
     EXPECT_EQ(codec.pixelSize(PictureFiles::encoded("png", 60, 30).first(29)), QSize(60, 30));
     EXPECT_EQ(codec.pixelSize(PictureFiles::encoded("bmp", 60, 30).first(54)), QSize(60, 30));
+    EXPECT_EQ(codec.pixelSize(PictureFiles::encoded("gif", 60, 30).first(10)), QSize(60, 30));
     EXPECT_EQ(codec.pixelSize(PictureFiles::encoded("webp", 60, 30).first(64)), QSize(60, 30));
     const auto jpeg = PictureFiles::encoded("jpeg", 60, 30);
     const auto scan = jpeg.indexOf(QByteArray("\xff\xda", 2));
@@ -158,6 +159,23 @@ TEST(QtImageCodec, APictureThatClaimsTooMuchIsMeasuredAndRefused)
     EXPECT_EQ(codec.pixelSize(bomb), QSize(60000, 60000));
     EXPECT_FALSE(codec.thumbnail(bomb, 100));
     EXPECT_FALSE(codec.png(bomb));
+}
+
+TEST(QtImageCodec, AFrameLargerThanItsPictureKeepsTheLimit)
+{
+    auto gif = PictureFiles::encoded("gif", 60, 30);
+    gif.replace(6, 4, QByteArray("\6\0\3\0", 4));
+    EXPECT_EQ(codec.pixelSize(gif), QSize(6, 3));
+    const auto thumbnail = codec.thumbnail(gif, 20);
+    EXPECT_TRUE(!thumbnail || std::max(thumbnail->width(), thumbnail->height()) <= 20);
+}
+
+TEST(QtImageCodec, AFrameSmallerThanItsPictureIsPartOfIt)
+{
+    auto gif = PictureFiles::encoded("gif", 60, 30);
+    gif.replace(6, 4, QByteArray("\x78\0\x78\0", 4));
+    EXPECT_EQ(codec.pixelSize(gif), QSize(120, 120));
+    EXPECT_EQ(codec.thumbnail(gif, 20)->size(), QSize(20, 20));
 }
 
 TEST(QtImageCodec, TheLargestAreaIsTheLargestDecoded)

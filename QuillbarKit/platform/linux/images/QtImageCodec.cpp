@@ -5,6 +5,7 @@
 #include <QBuffer>
 #include <QImageReader>
 #include <QImageWriter>
+#include <QtEndian>
 
 #include <algorithm>
 #include <array>
@@ -21,6 +22,24 @@ constexpr int pngCompression = 21;
 constexpr std::array<QByteArrayView, 11> formats{"png", "jpeg", "gif",  "bmp",  "tiff", "webp",
                                                  "ico", "avif", "heif", "heic", "jxl"};
 
+/// The size of the picture of a GIF file (version 89a, section 18), whose frames may be smaller; not valid
+/// without one. The toolkit's reader would walk the whole file and tell the size of the first frame.
+QSize gifSize(QByteArrayView file)
+{
+    constexpr qsizetype place = 6;
+    if (file.size() < place + 4)
+        return {};
+    return {qFromLittleEndian<quint16>(file.data() + place),
+            qFromLittleEndian<quint16>(file.data() + place + 2)};
+}
+
+QSize fitting(const QSize& size, int maxPixels)
+{
+    if (std::max(size.width(), size.height()) <= maxPixels)
+        return size;
+    return QSizeF(size).scaled(maxPixels, maxPixels, Qt::KeepAspectRatio).toSize().expandedTo(QSize(1, 1));
+}
+
 /// A reader over bytes in memory.
 struct Reader
 {
@@ -35,8 +54,10 @@ struct Reader
     /// Before any turn; not valid for what is no picture.
     QSize size()
     {
-        const bool isKnown = std::ranges::find(formats, QByteArrayView(reader.format())) != formats.end();
-        return isKnown ? reader.size() : QSize();
+        const auto format = reader.format();
+        if (std::ranges::find(formats, QByteArrayView(format)) == formats.end())
+            return {};
+        return format == "gif" ? gifSize(buffer.data()) : reader.size();
     }
 
     QBuffer buffer;
@@ -70,12 +91,14 @@ std::optional<QImage> QtImageCodec::thumbnail(const QByteArray& file, int maxPix
     if (maxPixels < 1 || !isDecodable(size))
         return std::nullopt;
     // The limit is a square, so it holds before the turn as well as after it.
-    if (std::max(size.width(), size.height()) > maxPixels)
-        source.reader.setScaledSize(
-            QSizeF(size).scaled(maxPixels, maxPixels, Qt::KeepAspectRatio).toSize().expandedTo(QSize(1, 1)));
+    if (const auto scaled = fitting(size, maxPixels); scaled != size)
+        source.reader.setScaledSize(scaled);
     auto image = source.reader.read();
     if (image.isNull())
         return std::nullopt;
+    // A broken file may hold more than its header tells.
+    if (const auto scaled = fitting(image.size(), maxPixels); scaled != image.size())
+        image = image.scaled(scaled, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
     // What is drawn without a conversion each time, and no more than four bytes a pixel.
     image.convertTo(image.hasAlphaChannel() ? QImage::Format_ARGB32_Premultiplied : QImage::Format_RGB32);
     return image;

@@ -5,8 +5,7 @@
 /// Reads pictures with the toolkit's readers: PNG, JPEG, GIF, BMP, TIFF, WebP, ICO and, where the desktop has
 /// a plugin for them, AVIF, HEIF and JPEG XL. Vector formats are no pictures here: they can name other files.
 ///
-/// The header alone gives the size, but for GIF, whose blocks are walked (not decoded) to the file's end.
-/// Turns are known of JPEG and TIFF.
+/// The header alone gives the size. Turns are known of JPEG and TIFF.
 class QtImageCodec final : public ImageCodec
 {
 public:
