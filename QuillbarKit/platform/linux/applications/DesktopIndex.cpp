@@ -22,7 +22,8 @@ DesktopIndex::DesktopIndex(const QList<DesktopEntry>& entries)
         if (!entry.hidden)
             m_entries.append(entry);
     }
-    std::ranges::stable_partition(m_entries, [](const DesktopEntry& entry) { return !entry.noDisplay; });
+    std::stable_partition(m_entries.begin(), m_entries.end(),
+                          [](const DesktopEntry& entry) { return !entry.noDisplay; });
     for (qsizetype i = 0; i < m_entries.size(); ++i) {
         const auto& entry = m_entries.at(i);
         const auto lower = entry.id.toLower();

@@ -74,9 +74,13 @@ X11Workspace::X11Workspace(X11Connection& connection, DesktopEntries application
     const uint32_t mask = XCB_EVENT_MASK_PROPERTY_CHANGE;
     xcb_change_window_attributes(m_connection.get(), m_connection.root(), XCB_CW_EVENT_MASK, &mask);
     m_connection.setEventHandler([this](const xcb_generic_event_t& event) {
-        if ((event.response_type & 0x7f) == XCB_PROPERTY_NOTIFY &&
-            reinterpret_cast<const xcb_property_notify_event_t&>(event).atom == m_activeWindow)
-            m_hasChanged = true;
+        const auto type = event.response_type & 0x7f;
+        if (type == XCB_PROPERTY_NOTIFY)
+            m_hasChanged |=
+                reinterpret_cast<const xcb_property_notify_event_t&>(event).atom == m_activeWindow;
+        else if (type == XCB_DESTROY_NOTIFY)
+            m_hasChanged |=
+                reinterpret_cast<const xcb_destroy_notify_event_t&>(event).window == m_watchedWindow;
     });
     connect(&m_connection, &X11Connection::eventsRead, this, [this] {
         if (std::exchange(m_hasChanged, false))
@@ -92,12 +96,28 @@ X11Workspace::X11Workspace(X11Connection& connection, DesktopEntries application
 void X11Workspace::readFront()
 {
     const auto window = number(m_connection, request(m_connection, m_connection.root(), m_activeWindow));
+    // Some window managers go on naming a window that is gone when no other takes its place.
+    watch(window);
     bool isOurs = false;
     auto facts = window == XCB_WINDOW_NONE ? std::nullopt : factsOf(window, isOurs);
+    xcb_flush(m_connection.get());
     if (isOurs)
         return;
     m_front = std::move(facts);
     m_identifierGeneration = 0;
+}
+
+void X11Workspace::watch(xcb_window_t window)
+{
+    if (window == m_watchedWindow)
+        return;
+    const auto select = [this](xcb_window_t target, uint32_t mask) {
+        if (target != XCB_WINDOW_NONE)
+            xcb_change_window_attributes(m_connection.get(), target, XCB_CW_EVENT_MASK, &mask);
+    };
+    select(m_watchedWindow, XCB_EVENT_MASK_NO_EVENT);
+    select(window, XCB_EVENT_MASK_STRUCTURE_NOTIFY);
+    m_watchedWindow = window;
 }
 
 std::optional<WindowFacts> X11Workspace::factsOf(xcb_window_t window, bool& isOurs) const

@@ -11,8 +11,7 @@
 class X11Connection;
 
 /// Follows the window that the window manager calls active. A native Wayland window is not seen here, and
-/// then no program is in front. Our own windows don't count: while one of them is active, the program before
-/// it stays in front.
+/// then no program is in front. Our own windows don't count: when one of them becomes active, nothing changes.
 class X11Workspace final : public QObject, public Workspace
 {
     Q_OBJECT
@@ -31,6 +30,7 @@ private:
     struct Requests;
 
     void readFront();
+    void watch(xcb_window_t window);
     std::optional<WindowFacts> factsOf(xcb_window_t window, bool& isOurs) const;
     qint64 processOf(const Requests& requests) const;
 
@@ -40,6 +40,8 @@ private:
     xcb_atom_t m_gtkApplicationId = XCB_ATOM_NONE;
     xcb_atom_t m_kdeDesktopFile = XCB_ATOM_NONE;
     xcb_atom_t m_processId = XCB_ATOM_NONE;
+    /// Whose end we are told of: the one that is active, or was when last looked at.
+    xcb_window_t m_watchedWindow = XCB_WINDOW_NONE;
     bool m_tellsProcesses = false;
     bool m_hasChanged = false;
     std::optional<WindowFacts> m_front;
