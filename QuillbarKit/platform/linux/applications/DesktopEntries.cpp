@@ -7,7 +7,8 @@
 #include <QFile>
 #include <QStandardPaths>
 
-#include <algorithm>
+#include <cstdlib>
+#include <utility>
 
 #include <sys/stat.h>
 
@@ -63,7 +64,8 @@ bool DesktopEntries::isCurrent() const
     if (m_generation == 0)
         return false;
     for (auto folder = m_folders.begin(); folder != m_folders.end(); ++folder) {
-        if (stampOf(folder.key()) != *folder || folder->seconds + uncertainSeconds > m_readAt)
+        const bool wasJustChanged = std::abs(m_readAt - folder->seconds) < uncertainSeconds;
+        if (wasJustChanged || stampOf(folder.key()) != *folder)
             return false;
     }
     return true;
