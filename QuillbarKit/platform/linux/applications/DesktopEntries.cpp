@@ -7,6 +7,7 @@
 #include <QFile>
 #include <QStandardPaths>
 
+#include <algorithm>
 #include <cstdlib>
 #include <utility>
 
@@ -114,6 +115,6 @@ std::optional<DesktopEntry> DesktopEntries::entryAt(const QString& path, const Q
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         return std::nullopt;
-    return m_files.insert(path, {stamp, DesktopEntryParser::parse(file.read(bytesAtMost), id, m_locales)})
-        ->entry;
+    const auto bytes = file.read(std::min(file.size(), bytesAtMost));
+    return m_files.insert(path, {stamp, DesktopEntryParser::parse(bytes, id, m_locales)})->entry;
 }

@@ -11,7 +11,11 @@ constexpr std::array<QStringView, 13> launchers{
     u"bash", u"dbus-launch", u"electron", u"env", u"flatpak", u"gapplication", u"java",
     u"perl", u"pkexec",      u"python3",  u"sh",  u"snap",    u"wine"};
 
-/// The values of the group "Desktop Entry", by their keys with the locale in brackets.
+constexpr std::array<QByteArrayView, 7> keys{"Type",   "Name",           "Icon",     "Exec",
+                                             "Hidden", "StartupWMClass", "NoDisplay"};
+
+/// The values of the group "Desktop Entry" that are used, by their keys with the locale in brackets. Most of
+/// a file are translations of others.
 QHash<QByteArrayView, QByteArrayView> mainGroup(QByteArrayView file)
 {
     QHash<QByteArrayView, QByteArrayView> values;
@@ -21,13 +25,18 @@ QHash<QByteArrayView, QByteArrayView> mainGroup(QByteArrayView file)
         const auto line = (end < 0 ? file : file.first(end)).trimmed();
         file = end < 0 ? QByteArrayView() : file.sliced(end + 1);
         if (line.startsWith('[')) {
-            // A second group of that name is against the rules; the first one counts.
-            isMain = values.isEmpty() && line == "[Desktop Entry]";
-        } else if (isMain && !line.startsWith('#')) {
-            const auto equals = line.indexOf('=');
-            if (equals > 0)
-                values.insert(line.first(equals).trimmed(), line.sliced(equals + 1).trimmed());
+            if (isMain)
+                break;
+            isMain = line == "[Desktop Entry]";
+            continue;
         }
+        const auto equals = isMain ? line.indexOf('=') : -1;
+        if (equals < 1)
+            continue;
+        const auto key = line.first(equals).trimmed();
+        const auto bracket = key.indexOf('[');
+        if (std::ranges::find(keys, bracket < 0 ? key : key.first(bracket)) != keys.end())
+            values.insert(key, line.sliced(equals + 1).trimmed());
     }
     return values;
 }
