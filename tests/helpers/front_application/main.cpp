@@ -1,5 +1,5 @@
-// Writes a line for each program that comes to the front: its bundle identifier, name and width of its icon of
-// at most 48 pixels, with tabs between them; "-" for what there is none of. The first line tells who is in
+// Writes a line for each program that comes to the front: its bundle identifier, name and width of its icon
+// of at most 48 pixels, with tabs between them; "-" for what there is none of. The first line tells who is in
 // front at the start. With an argument it shows a window of its own of that title, which must not count.
 
 #include "platform/linux/x11/X11Connection.h"

@@ -11,7 +11,8 @@
 class X11Connection;
 
 /// Follows the window that the window manager calls active. A native Wayland window is not seen here, and
-/// then no program is in front. Our own windows don't count: when one of them becomes active, nothing changes.
+/// then no program is in front. Our own windows don't count: when one of them becomes active, nothing
+/// changes.
 class X11Workspace final : public QObject, public Workspace
 {
     Q_OBJECT
