@@ -1,0 +1,93 @@
+#include "platform/linux/x11/X11Pasteboard.h"
+
+#include "platform/ImageCodec.h"
+#include "support/MainQueue.h"
+
+#include <malloc.h>
+#include <utility>
+
+namespace {
+// Less goes back to the heap in no time.
+constexpr qsizetype bytesWorthTrimming = qsizetype{8} << 20;
+
+qsizetype sizeOf(const PasteboardContents& contents)
+{
+    qsizetype size = contents.string ? contents.string->size() * qsizetype{sizeof(QChar)} : 0;
+    size += contents.png ? contents.png->size() : 0;
+    for (const auto& [type, bytes] : contents.data)
+        size += bytes.size();
+    return size;
+}
+} // namespace
+
+X11Pasteboard::X11Pasteboard(const ImageCodec& codec, MainQueue& queue, const X11PasteboardOptions& options)
+    : m_codec(codec), m_queue(queue), m_background(QStringLiteral("pasteboard-image")),
+      m_worker(options, [this](Fetched fetched) { deliver(std::move(fetched)); })
+{}
+
+X11Pasteboard::~X11Pasteboard() = default;
+
+void X11Pasteboard::write(PasteboardContents contents)
+{
+    ++m_writes;
+    m_worker.write(contents);
+    replace(std::move(contents));
+}
+
+/// On the worker's thread.
+void X11Pasteboard::deliver(Fetched fetched)
+{
+    const quint64 number = ++m_lastFetched;
+    if (fetched.image.isEmpty()) {
+        post(std::move(fetched), number);
+        return;
+    }
+    m_background.async([this, number, fetched = std::move(fetched)]() mutable {
+        if (m_lastFetched != number)
+            return; // Something newer has been copied.
+        fetched.contents.png = m_codec.png(fetched.image);
+        fetched.image.clear();
+        post(std::move(fetched), number);
+    });
+}
+
+/// On either thread.
+void X11Pasteboard::post(Fetched fetched, quint64 number)
+{
+    m_queue.async(
+        [self = std::weak_ptr(m_self), number, fetched = std::make_shared<Fetched>(std::move(fetched))] {
+            if (const auto alive = self.lock())
+                (*alive)->accept(*fetched, number);
+        });
+}
+
+void X11Pasteboard::accept(Fetched& fetched, quint64 number)
+{
+    // What we have written since then came after it.
+    if (fetched.writes != m_writes || number <= m_lastAccepted) {
+        release(std::move(fetched.contents));
+        return;
+    }
+    m_lastAccepted = number;
+    replace(std::move(fetched.contents));
+}
+
+void X11Pasteboard::replace(PasteboardContents contents)
+{
+    release(std::exchange(m_contents, std::move(contents)));
+    ++m_changeCount;
+    // The handler may set another one.
+    if (const auto handler = m_handler)
+        handler();
+}
+
+/// To give the memory of a very large text back to the system can take longer than a frame.
+void X11Pasteboard::release(PasteboardContents contents)
+{
+    if (sizeOf(contents) < bytesWorthTrimming)
+        return;
+    m_background.async([old = std::make_shared<PasteboardContents>(std::move(contents))]() mutable {
+        old.reset();
+        malloc_trim(0);
+    });
+}
