@@ -20,8 +20,8 @@ packages_for() {
     # What the test suites drive, and the compiler of the fuzz targets.
     test) echo xvfb openbox picom xfwm4 mutter i3-wm sway xwayland grim xdotool \
         x11-utils x11-xserver-utils xclip xterm dbus dbus-daemon at-spi2-core adduser util-linux procps \
-        python3 python3-pytest python3-xlib python3-gi gir1.2-atspi-2.0 python3-pil python3-numpy \
-        python3-dbus pulseaudio pulseaudio-utils clang libclang-rt-14-dev ;;
+        python3 python3-pytest python3-xlib python3-gi gir1.2-atspi-2.0 gir1.2-gtk-4.0 python3-pil python3-numpy \
+        python3-dbus xfce4-clipman pulseaudio pulseaudio-utils clang libclang-rt-14-dev ;;
     # The checks of .ci/run.
     lint) echo git clang-format clang-tidy clang-tools shellcheck black python3-pyflakes \
         appstream desktop-file-utils ;;

@@ -1,0 +1,199 @@
+// On the clipboard as the program is: for each growth of the change count it writes a line of JSON that tells
+// what the contents are. Options come as arguments, "deadline=300" and so on: deadline, patience and handover
+// in milliseconds, bytes. For each line on standard input:
+//
+//   write {"text": ..., "html": ..., "rtf": ..., "files": [...], "png": <size>}   takes the clipboard
+//   gap      tells how long the main thread was held up at most since it was last asked, in milliseconds; the
+//            first time, whose answer means nothing, begins the measuring
+//
+// Ends with the input.
+
+#include "platform/ImageCodec.h"
+#include "platform/linux/x11/X11Pasteboard.h"
+#include "support/QtMainQueue.h"
+
+#include <QBuffer>
+#include <QCoreApplication>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QSocketNotifier>
+#include <QTimer>
+
+#include <algorithm>
+#include <chrono>
+#include <iostream>
+#include <utility>
+
+#include <unistd.h>
+
+namespace {
+using Clock = std::chrono::steady_clock;
+
+QByteArray encodedPng(const QImage& image)
+{
+    QByteArray file;
+    QBuffer buffer(&file);
+    buffer.open(QIODevice::WriteOnly);
+    image.save(&buffer, "PNG");
+    return file;
+}
+
+/// The toolkit's own formats.
+class PlainCodec final : public ImageCodec
+{
+public:
+    std::optional<QSize> pixelSize(const QByteArray& file) const override
+    {
+        const QImage image = QImage::fromData(file);
+        return image.isNull() ? std::nullopt : std::optional(image.size());
+    }
+    std::optional<QImage> thumbnail(const QByteArray& file, int maxPixels) const override
+    {
+        return QImage::fromData(file).scaled(maxPixels, maxPixels, Qt::KeepAspectRatio);
+    }
+    std::optional<QByteArray> png(const QByteArray& file) const override
+    {
+        if (file.startsWith("\x89PNG"))
+            return file;
+        const QImage image = QImage::fromData(file);
+        return image.isNull() ? std::nullopt : std::optional(encodedPng(image));
+    }
+};
+
+/// Measures how late a timer of one millisecond is.
+class Heartbeat : public QObject
+{
+public:
+    Heartbeat()
+    {
+        m_timer.setTimerType(Qt::PreciseTimer);
+        connect(&m_timer, &QTimer::timeout, this, [this] {
+            const auto now = Clock::now();
+            m_longest = std::max(m_longest, now - m_last);
+            m_last = now;
+        });
+    }
+    double takeLongestMilliseconds()
+    {
+        if (!m_timer.isActive()) {
+            m_timer.start(1);
+            m_last = Clock::now();
+        }
+        const auto longest = std::exchange(m_longest, {});
+        return std::chrono::duration<double, std::milli>(longest).count();
+    }
+
+private:
+    QTimer m_timer;
+    Clock::time_point m_last = Clock::now();
+    Clock::duration m_longest{};
+};
+
+void print(const QJsonObject& object)
+{
+    std::cout << QJsonDocument(object).toJson(QJsonDocument::Compact).constData() << std::endl;
+}
+
+/// A picture without regularity, so that its file has about 4 bytes a pixel.
+QByteArray noisyPng(int size)
+{
+    QImage image(size, size, QImage::Format_RGB32);
+    quint32 state = 1;
+    for (int y = 0; y < size; ++y) {
+        for (int x = 0; x < size; ++x) {
+            state = state * 1664525 + 1013904223;
+            image.setPixel(x, y, state >> 8);
+        }
+    }
+    return encodedPng(image);
+}
+
+void printContents(const Pasteboard& pasteboard)
+{
+    // Long ones by their size, since the main thread is being watched.
+    constexpr qsizetype shortText = 4096;
+    const PasteboardContents& contents = pasteboard.contents();
+    QJsonObject object{{QStringLiteral("count"), pasteboard.changeCount()},
+                       {QStringLiteral("types"), QJsonArray::fromStringList(contents.types)},
+                       {QStringLiteral("files"), QJsonArray::fromStringList(contents.filePaths)}};
+    if (contents.string) {
+        object[QStringLiteral("length")] = contents.string->size();
+        object[QStringLiteral("text")] = contents.string->left(shortText);
+    }
+    for (const auto& [type, bytes] : contents.data)
+        object[type] = QString::fromLatin1(bytes.left(shortText));
+    if (contents.png) {
+        const QImage image = contents.png->size() < (1 << 20) ? QImage::fromData(*contents.png) : QImage();
+        object[QStringLiteral("png")] = contents.png->size();
+        object[QStringLiteral("width")] = image.width();
+        object[QStringLiteral("height")] = image.height();
+    }
+    print(object);
+}
+
+PasteboardContents contentsOf(const QJsonObject& object)
+{
+    PasteboardContents contents;
+    if (const auto text = object[QStringLiteral("text")]; text.isString())
+        contents.string = text.toString();
+    if (const auto html = object[QStringLiteral("html")]; html.isString())
+        contents.data[PasteboardType::html] = html.toString().toUtf8();
+    if (const auto rtf = object[QStringLiteral("rtf")]; rtf.isString())
+        contents.data[PasteboardType::rtf] = rtf.toString().toUtf8();
+    for (const auto& path : object[QStringLiteral("files")].toArray())
+        contents.filePaths.append(path.toString());
+    if (const int size = object[QStringLiteral("png")].toInt())
+        contents.png = noisyPng(size);
+    return contents;
+}
+
+X11PasteboardOptions optionsOf(const QStringList& arguments)
+{
+    X11PasteboardOptions options;
+    for (const QString& argument : arguments) {
+        const QString name = argument.section(u'=', 0, 0);
+        const qint64 value = argument.section(u'=', 1).toLongLong();
+        if (name == u"deadline")
+            options.offerDeadline = std::chrono::milliseconds(value);
+        else if (name == u"patience")
+            options.requestorPatience = std::chrono::milliseconds(value);
+        else if (name == u"handover")
+            options.handOver = std::chrono::milliseconds(value);
+        else if (name == u"bytes")
+            options.maxOfferBytes = value;
+    }
+    return options;
+}
+} // namespace
+
+int main(int argc, char** argv)
+{
+    QCoreApplication application(argc, argv);
+    QtMainQueue queue;
+    const PlainCodec codec;
+    X11Pasteboard pasteboard(codec, queue, optionsOf(application.arguments()));
+    pasteboard.setChangeHandler([&] { printContents(pasteboard); });
+    Heartbeat heartbeat;
+
+    QByteArray input;
+    QSocketNotifier notifier(STDIN_FILENO, QSocketNotifier::Read);
+    QObject::connect(&notifier, &QSocketNotifier::activated, &application, [&] {
+        char bytes[65536];
+        const ssize_t size = read(STDIN_FILENO, bytes, sizeof bytes);
+        if (size <= 0) {
+            application.quit();
+            return;
+        }
+        input.append(bytes, size);
+        for (qsizetype end; (end = input.indexOf('\n')) >= 0; input.remove(0, end + 1)) {
+            const QByteArray line = input.left(end);
+            if (line == "gap") {
+                print({{QStringLiteral("gap"), heartbeat.takeLongestMilliseconds()}});
+            } else if (line.startsWith("write ")) {
+                pasteboard.write(contentsOf(QJsonDocument::fromJson(line.mid(6)).object()));
+            }
+        }
+    });
+    return application.exec();
+}
