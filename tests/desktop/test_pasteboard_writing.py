@@ -208,15 +208,15 @@ def own_manager_selection(desktop):
     return manager
 
 
-def test_a_clipboard_manager_takes_over_at_the_end(desktop, board):
-    manager = desktop.start("parcellite", ["parcellite", "-n"])
-    requestor = Requestor(desktop)
+@pytest.mark.desktop(bus=True)
+def test_a_clipboard_manager_takes_over_at_the_end(desktop, board, requestor):
+    desktop.start("clipman", ["xfce4-clipman"])
     selection = requestor.atom("CLIPBOARD_MANAGER")
-    wait_until(lambda: requestor.connection.get_selection_owner(selection), what="the manager is up")
-    written(board, text="to be kept")
+    wait_until(lambda: requestor.connection.get_selection_owner(selection), 20.0, "the manager is up")
+    written(board, text="to be kept", html=HTML)
     assert board.end() == 0
-    assert manager.running
     assert desktop.clipboard_text() == "to be kept"
+    assert paste(desktop, "text/html").decode() == HTML
 
 
 def test_a_hung_clipboard_manager_does_not_hold_up_the_end(desktop):

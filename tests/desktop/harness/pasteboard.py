@@ -24,7 +24,7 @@ class Board:
         read_end, self.input = os.pipe()
         arguments = [f"{name}={value}" for name, value in options.items()]
         # A shell hands the pipe on as its standard input.
-        command = ["/bin/sh", "-c", f'exec "$0" "$@" <&{read_end}', PROGRAM, *arguments]
+        command = ["/bin/sh", "-c", f'exec "$0" "$@" </dev/fd/{read_end}', PROGRAM, *arguments]
         self.process = desktop.start("pasteboard", command, env, kind=App, pass_fds=(read_end,))
         os.close(read_end)
 
@@ -128,7 +128,7 @@ class Requestor:
     def wait_for_answer(self):
         """The name of the property that was written; None when the request was refused."""
         answer = self.wait_for(lambda each: each.type == X.SelectionNotify, "the request is answered")
-        return answer.property and self.name(answer.property)
+        return self.name(answer.property) if answer.property else None
 
     def take(self, written="ANSWER"):
         """The property's value and the name of its type; deletes it, as who has taken it must."""

@@ -6,8 +6,9 @@ import sys
 
 import gi
 
+gi.require_version("Gdk", "4.0")
 gi.require_version("Gtk", "4.0")
-from gi.repository import Gdk, GLib, Gio, Gtk  # noqa: E402
+from gi.repository import Gdk, GLib, GObject, Gio, Gtk  # noqa: E402
 
 HTML = "<b>rich</b> text"
 
@@ -24,9 +25,9 @@ def provider(kind):
         )
     if kind == "image":
         pixels = GLib.Bytes.new(bytes(range(256)) * 120)
-        return Gdk.ContentProvider.new_for_value(
-            Gdk.MemoryTexture.new(128, 60, Gdk.MemoryFormat.R8G8B8A8, pixels, 512)
-        )
+        texture = Gdk.MemoryTexture.new(128, 60, Gdk.MemoryFormat.R8G8B8A8, pixels, 512)
+        # Formats are known for textures at large, not for one that lies in memory.
+        return Gdk.ContentProvider.new_for_value(GObject.Value(Gdk.Texture, texture))
     files = [Gio.File.new_for_path(path) for path in ("/tmp/a b", "/tmp/ä")]
     return Gdk.ContentProvider.new_for_value(Gdk.FileList.new_from_array(files))
 
@@ -35,6 +36,7 @@ def paste(clipboard):
     found = {}
     loop = GLib.MainLoop()
     waiting = []
+    streams = []
 
     def read(name, start, finish):
         waiting.append(name)
@@ -50,16 +52,22 @@ def paste(clipboard):
 
         start(done)
 
+    # It learns of another program's copy a turn or two after its start.
+    while not clipboard.get_formats().get_mime_types():
+        GLib.MainContext.default().iteration(True)
     formats = clipboard.get_formats()
     if formats.contain_mime_type("text/plain;charset=utf-8"):
         read("text", lambda done: clipboard.read_text_async(None, done), clipboard.read_text_finish)
     if formats.contain_mime_type("text/html"):
 
-        def html(result):
-            stream, _ = clipboard.read_finish(result)
-            return stream.read_bytes(1 << 20, None).get_data().decode()
+        def start(done):
+            def opened(_, result):
+                streams.append(clipboard.read_finish(result)[0])
+                streams[0].read_bytes_async(1 << 20, 0, None, done)
 
-        read("html", lambda done: clipboard.read_async(["text/html"], 0, None, done), html)
+            clipboard.read_async(["text/html"], 0, None, opened)
+
+        read("html", start, lambda result: streams[0].read_bytes_finish(result).get_data().decode())
     if formats.contain_mime_type("image/png"):
         read(
             "image",
