@@ -57,10 +57,11 @@ class Board:
         return wait_until(find, 30.0, f"{what} ({facts})")
 
     def gap(self):
-        """The longest time for which the main thread was held up since the last call, in milliseconds."""
+        """The longest "gap" between two turns of the main thread since the last call, and the longest "work"
+        in one, in milliseconds."""
         before = sum("gap" in line for line in self.lines)
         self.say("gap")
-        return wait_until(lambda: [line for line in self.lines if "gap" in line][before:], 30.0)[0]["gap"]
+        return wait_until(lambda: [line for line in self.lines if "gap" in line][before:], 30.0)[0]
 
     def come_to_rest(self):
         self.process.wait_until_idle()

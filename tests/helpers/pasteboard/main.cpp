@@ -3,8 +3,10 @@
 // in milliseconds, bytes. For each line on standard input:
 //
 //   write {"text": ..., "html": ..., "rtf": ..., "files": [...], "png": <size>}   takes the clipboard
-//   gap      tells how long the main thread was held up at most since it was last asked, in milliseconds; the
-//            first time, whose answer means nothing, begins the measuring
+//   gap      tells, in milliseconds, how long the main thread was held up at most since it was last asked,
+//   and
+//            for how long it was at work itself at most, which a busy machine does not change; the first
+//            time, whose answer means nothing, begins the measuring
 //
 // Ends with the input.
 
@@ -25,11 +27,10 @@
 #include <iostream>
 #include <utility>
 
+#include <time.h>
 #include <unistd.h>
 
 namespace {
-using Clock = std::chrono::steady_clock;
-
 QByteArray encodedPng(const QImage& image)
 {
     QByteArray file;
@@ -61,33 +62,46 @@ public:
     }
 };
 
-/// Measures how late a timer of one millisecond is.
+double milliseconds(clockid_t clock)
+{
+    timespec now{};
+    clock_gettime(clock, &now);
+    return static_cast<double>(now.tv_sec) * 1e3 + static_cast<double>(now.tv_nsec) / 1e6;
+}
+
+/// Measures the time from one beat of a timer of one millisecond to the next.
 class Heartbeat : public QObject
 {
 public:
     Heartbeat()
     {
         m_timer.setTimerType(Qt::PreciseTimer);
-        connect(&m_timer, &QTimer::timeout, this, [this] {
-            const auto now = Clock::now();
-            m_longest = std::max(m_longest, now - m_last);
-            m_last = now;
-        });
+        connect(&m_timer, &QTimer::timeout, this, [this] { beat(); });
     }
-    double takeLongestMilliseconds()
+    QJsonObject takeLongest()
     {
         if (!m_timer.isActive()) {
+            beat();
             m_timer.start(1);
-            m_last = Clock::now();
         }
-        const auto longest = std::exchange(m_longest, {});
-        return std::chrono::duration<double, std::milli>(longest).count();
+        return {{QStringLiteral("gap"), std::exchange(m_longestGap, 0)},
+                {QStringLiteral("work"), std::exchange(m_longestWork, 0)}};
     }
 
 private:
+    void beat()
+    {
+        const double time = milliseconds(CLOCK_MONOTONIC);
+        const double work = milliseconds(CLOCK_THREAD_CPUTIME_ID);
+        m_longestGap = std::max(m_longestGap, time - std::exchange(m_lastTime, time));
+        m_longestWork = std::max(m_longestWork, work - std::exchange(m_lastWork, work));
+    }
+
     QTimer m_timer;
-    Clock::time_point m_last = Clock::now();
-    Clock::duration m_longest{};
+    double m_lastTime = 0;
+    double m_lastWork = 0;
+    double m_longestGap = 0;
+    double m_longestWork = 0;
 };
 
 void print(const QJsonObject& object)
@@ -189,7 +203,7 @@ int main(int argc, char** argv)
         for (qsizetype end; (end = input.indexOf('\n')) >= 0; input.remove(0, end + 1)) {
             const QByteArray line = input.left(end);
             if (line == "gap") {
-                print({{QStringLiteral("gap"), heartbeat.takeLongestMilliseconds()}});
+                print(heartbeat.takeLongest());
             } else if (line.startsWith("write ")) {
                 pasteboard.write(contentsOf(QJsonDocument::fromJson(line.mid(6)).object()));
             }

@@ -1,6 +1,5 @@
 #include "platform/linux/x11/X11SelectionOwner.h"
 
-#include "platform/linux/PasteboardForms.h"
 #include "platform/linux/x11/X11Reply.h"
 #include "platform/linux/x11/X11SelectionAtoms.h"
 
@@ -35,6 +34,13 @@ void X11SelectionOwner::offer(PasteboardContents contents, xcb_timestamp_t time)
         m_ownedSince = time;
     m_offeredAt = time;
     m_contents = std::move(contents);
+    m_answers.clear();
+}
+
+void X11SelectionOwner::withdraw()
+{
+    m_contents.reset();
+    m_answers.clear();
 }
 
 void X11SelectionOwner::handle(const xcb_generic_event_t& event)
@@ -59,9 +65,11 @@ void X11SelectionOwner::answer(const xcb_selection_request_event_t& request)
     // Programs of the first years of X name no property.
     const xcb_atom_t property = request.property == XCB_ATOM_NONE ? request.target : request.property;
     bool isDone = false;
-    // Our own window as the receiver would have us watch and overwrite our own properties.
-    const bool isForUs = m_contents && request.owner == m_window && request.selection == m_atoms.clipboard &&
-                         request.requestor != m_window;
+    // A window of ours as the receiver would have us overwrite what we watch there.
+    const xcb_setup_t& setup = *xcb_get_setup(m_connection);
+    const bool isOwn = (request.requestor & ~setup.resource_id_mask) == setup.resource_id_base;
+    const bool isForUs =
+        m_contents && request.owner == m_window && request.selection == m_atoms.clipboard && !isOwn;
     // Who asks for what was there before us must not get this.
     const bool isInTime = request.time == XCB_CURRENT_TIME || !isBefore(request.time, m_ownedSince);
     if (isForUs && isInTime) {
@@ -102,8 +110,15 @@ bool X11SelectionOwner::convert(const xcb_selection_request_event_t& request, xc
         writeUnits(m_connection, request.requestor, property, m_atoms.nothing, {});
         return true;
     }
-    const auto form = PasteboardForms::answer(*m_contents, m_atoms.names({target}).value(0));
-    return form && m_sender.send(request.requestor, property, m_atoms.atom(form->type), form->bytes);
+    auto known = m_answers.find(target);
+    if (known == m_answers.end()) {
+        const auto form = PasteboardForms::answer(*m_contents, m_atoms.names({target}).value(0));
+        if (!form)
+            return false;
+        known = m_answers.emplace(target, *form).first;
+    }
+    const auto& [type, bytes] = known->second;
+    return m_sender.send(request.requestor, property, m_atoms.atom(type), bytes);
 }
 
 bool X11SelectionOwner::convertMultiple(const xcb_selection_request_event_t& request)

@@ -1,8 +1,10 @@
 #pragma once
 
 #include "platform/Pasteboard.h"
+#include "platform/linux/PasteboardForms.h"
 #include "platform/linux/x11/X11SelectionSender.h"
 
+#include <map>
 #include <optional>
 #include <vector>
 
@@ -21,7 +23,7 @@ public:
     /// From now on these are offered; the clipboard has been ours since `time`.
     void offer(PasteboardContents contents, xcb_timestamp_t time);
     /// The clipboard is another's now. Answers that are under way are still sent to their end.
-    void withdraw() { m_contents.reset(); }
+    void withdraw();
     bool isOffering() const { return m_contents.has_value(); }
 
     void handle(const xcb_generic_event_t& event);
@@ -42,6 +44,8 @@ private:
     xcb_window_t m_window;
     X11SelectionSender m_sender;
     std::optional<PasteboardContents> m_contents;
+    /// Kept, so that all who paste the same large text at the same time share it.
+    std::map<xcb_atom_t, PasteboardForms::Answer> m_answers;
     xcb_timestamp_t m_ownedSince = XCB_CURRENT_TIME;
     xcb_timestamp_t m_offeredAt = XCB_CURRENT_TIME;
 };
