@@ -134,9 +134,7 @@ def test_the_primary_selection_is_left_alone(desktop):
     copy(desktop, b"marked", selection="primary")
     board.come_to_rest()
     assert board.records == []
-    board.write(text="ours")
-    board.wait_for(text="ours")
-    assert desktop.clipboard_text() == "ours"
+    board.own(text="ours")
     primary = subprocess.run(
         ["xclip", "-selection", "primary", "-out"],
         env=desktop.env,

@@ -43,11 +43,7 @@ def copied(desktop, toolkit, kind):
 def pasted(desktop, toolkit, **contents):
     """What the program can paste once we have written that."""
     board = Board(desktop)
-    board.write(**contents)
-    board.wait_for(count=1)
-    wait_until(
-        lambda: desktop.x.connection.get_selection_owner(desktop.x.atom("CLIPBOARD")), what="we own it"
-    )
+    board.own(**contents)
     program = start(desktop, toolkit, "paste")
     assert program.wait(20.0) == 0, program.output
     return json.loads(program.output_lines[-1])

@@ -27,12 +27,6 @@ def requestor(desktop, board):
     program.close()
 
 
-def written(board, **contents):
-    count = len(board.records) + 1
-    board.write(**contents)
-    return board.wait_for(count=count)
-
-
 def paste(desktop, target):
     """What xclip gets; it gives up by itself when the clipboard has no such form."""
     command = ["xclip", "-selection", "clipboard", "-target", target, "-out"]
@@ -40,7 +34,7 @@ def paste(desktop, target):
 
 
 def test_text_is_pasted_with_its_rich_forms(desktop, board, requestor):
-    written(board, text="rich text ä", html=HTML, rtf="{\\rtf1 rich}")
+    board.own(text="rich text ä", html=HTML, rtf="{\\rtf1 rich}")
     assert paste(desktop, "UTF8_STRING").decode() == "rich text ä"
     assert paste(desktop, "text/html").decode() == HTML
     assert paste(desktop, "text/rtf") == paste(desktop, "application/rtf") == b"{\\rtf1 rich}"
@@ -52,7 +46,7 @@ def test_text_is_pasted_with_its_rich_forms(desktop, board, requestor):
 
 
 def test_what_is_told_of_is_what_there_is(board, requestor):
-    written(board, text="a")
+    board.own(text="a")
     assert requestor.targets() == ["TARGETS", "MULTIPLE", "TIMESTAMP", "SAVE_TARGETS"] + [
         "UTF8_STRING",
         "text/plain;charset=utf-8",
@@ -67,7 +61,7 @@ def test_what_is_told_of_is_what_there_is(board, requestor):
 
 
 def test_files_come_with_what_file_managers_look_for(desktop, board):
-    written(board, files=["/tmp/a b", "/tmp/ä"])
+    board.own(files=["/tmp/a b", "/tmp/ä"])
     assert paste(desktop, "text/uri-list") == b"file:///tmp/a%20b\r\nfile:///tmp/%C3%A4\r\n"
     assert paste(desktop, "x-special/gnome-copied-files") == b"copy\nfile:///tmp/a%20b\nfile:///tmp/%C3%A4"
     assert paste(desktop, "application/x-kde-cutselection") == b"0"
@@ -75,7 +69,7 @@ def test_files_come_with_what_file_managers_look_for(desktop, board):
 
 
 def test_our_own_copy_raises_the_count_once_and_is_not_read_back(desktop, board):
-    written(board, text="ours")
+    board.own(text="ours")
     assert desktop.clipboard_text() == "ours"
     board.come_to_rest()
     assert len(board.records) == 1
@@ -91,10 +85,10 @@ def test_of_several_writes_the_last_one_is_pasted(desktop, board):
 
 
 def test_what_another_program_copies_then_is_recorded(desktop, board):
-    written(board, text="ours")
+    board.own(text="ours")
     desktop.copy_text("theirs")
     assert board.wait_for(count=2)["text"] == "theirs"
-    written(board, text="ours again")
+    board.own(text="ours again")
     assert desktop.clipboard_text() == "ours again"
 
 
@@ -102,7 +96,7 @@ def test_what_we_write_is_not_overtaken_by_an_older_copy(desktop):
     board = Board(desktop, deadline=NEVER)
     owner = Owner(desktop, "late", "1")
     wait_until(lambda: owner.asked, what="the owner has been asked")
-    written(board, text="ours")
+    board.own(text="ours")
     owner.wait_for("answered")
     board.come_to_rest()
     assert [record["text"] for record in board.records] == ["ours"]
@@ -110,7 +104,7 @@ def test_what_we_write_is_not_overtaken_by_an_older_copy(desktop):
 
 
 def test_a_large_image_reaches_several_programs_at_once(desktop, board):
-    size = written(board, png=NOISE)["png"]
+    size = board.own(png=NOISE)["png"]
     programs = [Requestor(desktop) for _ in range(4)]
     for program in programs:
         program.ask("image/png")
@@ -132,7 +126,7 @@ def test_a_large_image_reaches_several_programs_at_once(desktop, board):
 
 
 def test_who_vanishes_in_the_middle_harms_nobody(desktop, board, requestor):
-    size = written(board, png=NOISE)["png"]
+    size = board.own(png=NOISE)["png"]
     for _ in range(100):  # More than may be under way at once.
         leaver = Requestor(desktop)
         leaver.ask("image/png")
@@ -144,7 +138,7 @@ def test_who_vanishes_in_the_middle_harms_nobody(desktop, board, requestor):
 
 def test_who_rests_too_long_is_forgotten(desktop):
     board = Board(desktop, patience=100)
-    written(board, png=NOISE)
+    board.own(png=NOISE)
     sleepers = [Requestor(desktop) for _ in range(64)]
     for sleeper in sleepers:
         sleeper.ask("image/png")
@@ -155,7 +149,7 @@ def test_who_rests_too_long_is_forgotten(desktop):
 
 
 def test_a_transfer_goes_on_when_the_clipboard_is_lost(desktop, board, requestor):
-    size = written(board, png=NOISE)["png"]
+    size = board.own(png=NOISE)["png"]
     requestor.ask("image/png")
     requestor.wait_for_answer()
     requestor.take()
@@ -168,7 +162,7 @@ def test_a_transfer_goes_on_when_the_clipboard_is_lost(desktop, board, requestor
 
 
 def test_several_forms_are_had_in_one_request(board, requestor):
-    written(board, text="a", html="<i>a</i>")
+    board.own(text="a", html="<i>a</i>")
     pairs = ["UTF8_STRING", "FIRST", "image/png", "SECOND", "text/html", "THIRD", "MULTIPLE", "FOURTH"]
     requestor.window.change_property(
         requestor.atom("ANSWER"), requestor.atom("ATOM_PAIR"), 32, [requestor.atom(name) for name in pairs]
@@ -187,7 +181,7 @@ def test_several_forms_are_had_in_one_request(board, requestor):
 
 
 def test_the_clipboard_is_owned_since_a_real_time(board, requestor):
-    written(board, text="a")
+    board.own(text="a")
     (time,), kind = requestor.paste("TIMESTAMP")
     assert kind == "INTEGER" and time > 0
     requestor.ask("UTF8_STRING", time=time)
@@ -213,7 +207,7 @@ def test_a_clipboard_manager_takes_over_at_the_end(desktop, board, requestor):
     desktop.start("clipman", ["xfce4-clipman"])
     selection = requestor.atom("CLIPBOARD_MANAGER")
     wait_until(lambda: requestor.connection.get_selection_owner(selection), 20.0, "the manager is up")
-    written(board, text="to be kept", html=HTML)
+    board.own(text="to be kept", html=HTML)
     assert board.end() == 0
     assert desktop.clipboard_text() == "to be kept"
     assert paste(desktop, "text/html").decode() == HTML
@@ -221,7 +215,7 @@ def test_a_clipboard_manager_takes_over_at_the_end(desktop, board, requestor):
 
 def test_a_hung_clipboard_manager_does_not_hold_up_the_end(desktop):
     board = Board(desktop, handover=200)
-    written(board, text="ours")
+    board.own(text="ours")
     manager = own_manager_selection(desktop)
     assert board.end() == 0
     manager.wait_for(lambda each: each.target == manager.atom("SAVE_TARGETS"), "the manager has been asked")
@@ -230,7 +224,7 @@ def test_a_hung_clipboard_manager_does_not_hold_up_the_end(desktop):
 def test_without_ownership_no_manager_is_asked(desktop):
     board = Board(desktop, handover=NEVER)
     manager = own_manager_selection(desktop)
-    written(board, text="ours")
+    board.own(text="ours")
     offering(desktop, {"UTF8_STRING": b"theirs"})
     board.wait_for(text="theirs")
     assert board.end() == 0
@@ -239,7 +233,7 @@ def test_without_ownership_no_manager_is_asked(desktop):
 
 def test_a_hung_server_does_not_hold_up_the_end(desktop):
     board = Board(desktop, handover=200)
-    written(board, text="ours")
+    board.own(text="ours")
     own_manager_selection(desktop)
     desktop.xvfb.send(signal.SIGSTOP)
     try:

@@ -21,6 +21,7 @@ class Board:
     """tests/helpers/pasteboard on a desktop. `options` as its arguments name them."""
 
     def __init__(self, desktop, env=None, **options):
+        self.desktop = desktop
         read_end, self.input = os.pipe()
         arguments = [f"{name}={value}" for name, value in options.items()]
         # A shell hands the pipe on as its standard input.
@@ -33,6 +34,21 @@ class Board:
 
     def write(self, **contents):
         self.say("write " + json.dumps(contents))
+
+    def own(self, **contents):
+        """Write, and wait until the other programs know. Returns the record of it."""
+        count = len(self.records) + 1
+        self.write(**contents)
+        record = self.wait_for(count=count)
+        requestor = Requestor(self.desktop)
+        if "text" in contents:
+            text = contents["text"].encode(), "UTF8_STRING"
+            wait_until(lambda: requestor.paste("UTF8_STRING") == text, what="our text is pasted")
+        else:
+            target = "text/uri-list" if "files" in contents else "image/png"
+            wait_until(lambda: target in requestor.targets(), what=f"{target} is to be had")
+        requestor.close()
+        return record
 
     @property
     def lines(self):
@@ -166,7 +182,7 @@ class Requestor:
         return self.take_all() if self.wait_for_answer() else None
 
     def targets(self):
-        value, kind = self.paste("TARGETS")
+        value, kind = self.paste("TARGETS") or ([], "ATOM")
         assert kind == "ATOM"
         return [self.name(atom) for atom in value]
 

@@ -1,6 +1,7 @@
 #include "platform/linux/x11/X11Pasteboard.h"
 
 #include "platform/ImageCodec.h"
+#include "platform/linux/LargeMemory.h"
 #include "support/MainQueue.h"
 
 #include <malloc.h>
@@ -46,7 +47,7 @@ void X11Pasteboard::deliver(Fetched fetched)
         if (m_lastFetched != number)
             return; // Something newer has been copied.
         fetched.contents.png = m_codec.png(fetched.image);
-        fetched.image.clear();
+        LargeMemory::release(fetched.image);
         post(std::move(fetched), number);
     });
 }
@@ -81,13 +82,18 @@ void X11Pasteboard::replace(PasteboardContents contents)
         handler();
 }
 
-/// To give the memory of a very large text back to the system can take longer than a frame.
+/// Large contents end where nobody waits.
 void X11Pasteboard::release(PasteboardContents contents)
 {
     if (sizeOf(contents) < bytesWorthTrimming)
         return;
-    m_background.async([old = std::make_shared<PasteboardContents>(std::move(contents))]() mutable {
-        old.reset();
+    m_background.async([old = std::make_shared<PasteboardContents>(std::move(contents))] {
+        if (old->string)
+            LargeMemory::release(*old->string);
+        if (old->png)
+            LargeMemory::release(*old->png);
+        for (auto& [type, bytes] : old->data)
+            LargeMemory::release(bytes);
         malloc_trim(0);
     });
 }

@@ -1,5 +1,6 @@
 #include "platform/linux/x11/X11SelectionRead.h"
 
+#include "platform/linux/LargeMemory.h"
 #include "platform/linux/x11/X11Reply.h"
 #include "platform/linux/x11/X11SelectionAtoms.h"
 
@@ -17,6 +18,11 @@ X11SelectionRead::X11SelectionRead(xcb_connection_t* connection, const X11Select
 {
     // The target names the property as well, so what belongs to another request is not taken for ours.
     xcb_convert_selection(m_connection, m_window, m_atoms.clipboard, m_target, m_target, time);
+}
+
+X11SelectionRead::~X11SelectionRead()
+{
+    LargeMemory::release(m_bytes);
 }
 
 void X11SelectionRead::handle(const xcb_generic_event_t& event)

@@ -25,6 +25,10 @@ public:
     X11SelectionRead(xcb_connection_t* connection, const X11SelectionAtoms& atoms, xcb_window_t window,
                      xcb_atom_t target, xcb_timestamp_t time, qint64 maxBytes);
 
+    ~X11SelectionRead();
+    X11SelectionRead(const X11SelectionRead&) = delete;
+    X11SelectionRead& operator=(const X11SelectionRead&) = delete;
+
     void handle(const xcb_generic_event_t& event);
     void readPiece();
 
