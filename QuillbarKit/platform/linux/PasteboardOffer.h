@@ -8,6 +8,7 @@
 
 #include <deque>
 #include <optional>
+#include <utility>
 
 /// Decides, of what another program offers, what to ask for and in which order, and gathers the answers.
 ///
@@ -33,6 +34,10 @@ public:
 
     /// The image, in whichever file format the owner had; empty when there is none.
     const QByteArray& image() const { return m_image; }
+
+    /// Gives both away. Shared with nobody then, so that they can go to another thread for good.
+    PasteboardContents takeContents() { return std::exchange(m_contents, {}); }
+    QByteArray takeImage() { return std::exchange(m_image, {}); }
 
 private:
     struct Step

@@ -167,8 +167,10 @@ void X11ClipboardSession::fetch()
 
 void X11ClipboardSession::finishFetch()
 {
-    m_handler(m_reader->offer().contents(), m_reader->offer().image());
+    PasteboardContents contents = m_reader->offer().takeContents();
+    QByteArray image = m_reader->offer().takeImage();
     abandonFetch();
+    m_handler(std::move(contents), std::move(image));
 }
 
 void X11ClipboardSession::abandonFetch()

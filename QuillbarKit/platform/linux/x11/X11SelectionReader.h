@@ -30,7 +30,7 @@ public:
 
     bool isFinished() const { return !m_read; }
     /// What has come so far; all of it once isFinished().
-    const PasteboardOffer& offer() const { return m_offer; }
+    PasteboardOffer& offer() { return m_offer; }
     /// Bytes taken from the owner, those among them that were of no use.
     qint64 bytesRead() const;
 
