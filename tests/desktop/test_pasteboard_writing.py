@@ -79,7 +79,7 @@ def test_of_several_writes_the_last_one_is_pasted(desktop, board):
     for number in range(20):
         board.write(text=f"text {number}")
     board.wait_for(count=20)
-    wait_until(lambda: desktop.clipboard_text() == "text 19", what="the last text is pasted")
+    wait_until(lambda: paste(desktop, "UTF8_STRING") == b"text 19", what="the last text is pasted")
     board.come_to_rest()
     assert len(board.records) == 20
 
