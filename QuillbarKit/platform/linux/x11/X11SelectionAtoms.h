@@ -26,6 +26,7 @@ private:
     QHash<xcb_atom_t, QString> m_names;
 
 public:
+    // Below the tables, which these fill.
     const xcb_atom_t clipboard = atom(QStringLiteral("CLIPBOARD"));
     const xcb_atom_t clipboardManager = atom(QStringLiteral("CLIPBOARD_MANAGER"));
     const xcb_atom_t targets = atom(QStringLiteral("TARGETS"));
