@@ -19,7 +19,7 @@ packages_for() {
     show) echo xvfb openbox x11-xserver-utils xdotool python3 python3-pil ;;
     # What the test suites drive, and the compiler of the fuzz targets.
     test) echo xvfb openbox picom xfwm4 xfce4-panel mutter i3-wm sway xwayland grim xdotool \
-        x11-utils x11-xserver-utils x11-xkb-utils xkb-data xclip xterm dbus dbus-daemon at-spi2-core adduser util-linux procps \
+        x11-utils x11-xserver-utils x11-xkb-utils xkb-data xclip xterm trayer dbus dbus-daemon at-spi2-core adduser util-linux procps \
         python3 python3-pytest python3-xlib python3-gi gir1.2-atspi-2.0 python3-pil python3-numpy \
         python3-dbus gir1.2-gtk-3.0 pulseaudio pulseaudio-utils clang libclang-rt-14-dev ;;
     # The checks of .ci/run.

@@ -213,6 +213,20 @@ def test_a_changed_check_mark_is_in_the_menu(start_item, bar):
 # -- a real bar ------------------------------------------------------------------------------------
 
 
+def icon_in_bar(desktop):
+    """The square of pure white at the top edge; none while it is not there."""
+    strip = desktop.x.screenshot(Rect(0, 0, desktop.x.size[0], 40))
+    white = strip.point(lambda value: 255 if value == 255 else 0).convert("L")
+    box = white.point(lambda value: 255 if value == 255 else 0).getbbox()
+    return box if box and 8 <= box[2] - box[0] <= 40 and 8 <= box[3] - box[1] <= 40 else None
+
+
+def wait_for_icon(desktop):
+    """The middle of the icon, once it is there."""
+    left, top, right, bottom = wait_until(lambda: icon_in_bar(desktop), 40, "the icon is in the bar")
+    return (left + right) // 2, (top + bottom) // 2
+
+
 class XfcePanel:
     """The panel of Xfce with nothing in it but its tray."""
 
@@ -225,17 +239,6 @@ class XfcePanel:
 
     def start(self):
         self.process = self.desktop.start("xfce4-panel", ["xfce4-panel", "--disable-wm-check"])
-
-    def icon(self):
-        """The square of pure white in the bar; none while it is not there."""
-        strip = self.desktop.x.screenshot(Rect(0, 0, self.desktop.x.size[0], 40))
-        white = strip.point(lambda value: 255 if value == 255 else 0).convert("L")
-        box = white.point(lambda value: 255 if value == 255 else 0).getbbox()
-        return box if box and 8 <= box[2] - box[0] <= 40 and 8 <= box[3] - box[1] <= 40 else None
-
-    def wait_for_icon(self):
-        left, top, right, bottom = wait_until(self.icon, 40, "the icon is in the bar")
-        return (left + right) // 2, (top + bottom) // 2
 
     def menus(self):
         """Windows that menus are drawn in."""
@@ -254,7 +257,7 @@ class XfcePanel:
 def test_a_real_bar_shows_the_icon_and_tells_left_clicks(desktop, start_item):
     panel = XfcePanel(desktop)
     helper = start_item()
-    x, y = panel.wait_for_icon()
+    x, y = wait_for_icon(desktop)
     desktop.x.click(x, y)
     wait_until(lambda: helper.lines, what="the click is told")
     _, told_x, told_y = helper.lines[0].split()
@@ -265,7 +268,7 @@ def test_a_real_bar_shows_the_icon_and_tells_left_clicks(desktop, start_item):
 def test_a_right_click_on_a_real_bar_gives_the_menu(desktop, start_item):
     panel = XfcePanel(desktop)
     helper = start_item()
-    x, y = panel.wait_for_icon()
+    x, y = wait_for_icon(desktop)
     desktop.x.click(x, y, button=3)
     wait_until(panel.menus, what="the menu shows")
     desktop.x.press_key("Down")
@@ -280,11 +283,11 @@ def test_a_right_click_on_a_real_bar_gives_the_menu(desktop, start_item):
 def test_a_real_bar_restarted_brings_the_icon_back(desktop, start_item):
     panel = XfcePanel(desktop)
     helper = start_item()
-    panel.wait_for_icon()
+    wait_for_icon(desktop)
     panel.process.kill()
-    wait_until(lambda: panel.icon() is None, what="the bar is gone")
+    wait_until(lambda: icon_in_bar(desktop) is None, what="the bar is gone")
     panel.start()
-    x, y = panel.wait_for_icon()
+    x, y = wait_for_icon(desktop)
     desktop.x.click(x, y)
     wait_until(lambda: helper.lines, what="the click is told")
 
@@ -349,7 +352,7 @@ def test_our_menu_closes_without_a_choice(desktop, own_menu, way):
 def test_a_click_with_control_is_a_right_click(desktop, start_item):
     panel = XfcePanel(desktop)
     helper = start_item()
-    x, y = panel.wait_for_icon()
+    x, y = wait_for_icon(desktop)
     code = desktop.x._key_code("ctrl")
     xtest.fake_input(desktop.x.connection, X.KeyPress, code)
     desktop.x.click(x, y)
@@ -362,3 +365,68 @@ def test_a_click_with_control_is_a_right_click(desktop, start_item):
     desktop.x.click(x, y)
     wait_until(lambda: helper.lines, what="the click without it is told")
     assert [line.split()[0] for line in helper.lines] == ["clicked"]
+
+
+# -- an old tray ---------------------------------------------------------------------------------------
+
+
+def start_trayer(desktop):
+    """A tray that knows the older protocol alone, at the top edge."""
+    look = ["--edge", "top", "--align", "right", "--widthtype", "request", "--height", "26"]
+    return desktop.start("trayer", ["trayer", *look, "--tint", "0x808080"])
+
+
+def test_an_old_tray_shows_the_icon_and_its_place_is_known(desktop, start_item):
+    helper = start_item()
+    start_trayer(desktop)
+    x, y = wait_for_icon(desktop)
+    desktop.x.click(x, y)
+    wait_until(lambda: helper.lines, what="the click is told")
+    _, told_x, told_y = helper.lines[0].split()
+    assert abs(float(told_x) - x) <= 2 and abs(desktop.x.size[1] - float(told_y) - y) <= 2
+
+
+def test_an_old_tray_gives_our_menu_for_a_right_click(desktop, start_item):
+    helper = start_item()
+    start_trayer(desktop)
+    x, y = wait_for_icon(desktop)
+    desktop.x.click(x, y, button=3)
+    wait_until(lambda: own_menus(desktop), what="the menu shows")
+    wait_until(lambda: keyboard_is_held(desktop), what="the menu has the keyboard")
+    desktop.x.press_key("Up")
+    desktop.x.press_key("Return")
+    helper.wait_for("chosen Quit")
+    assert helper.lines == ["chosen Quit"]
+
+
+def test_an_old_tray_restarted_brings_the_icon_back(desktop, start_item):
+    helper = start_item()
+    tray = start_trayer(desktop)
+    wait_for_icon(desktop)
+    tray.kill()
+    wait_until(lambda: icon_in_bar(desktop) is None, what="the tray is gone")
+    start_trayer(desktop)
+    x, y = wait_for_icon(desktop)
+    desktop.x.click(x, y)
+    wait_until(lambda: helper.lines, what="the click is told")
+
+
+def test_the_icon_is_never_in_both(desktop, start_item):
+    start_item()
+    start_trayer(desktop)
+    wait_for_icon(desktop)
+    bar = Bar(desktop)
+    bar.service()
+    wait_until(lambda: icon_in_bar(desktop) is None, what="the icon has left the tray")
+    bar.process.kill()
+    wait_for_icon(desktop)
+    bar.close()
+
+
+@pytest.mark.desktop(bus=False)
+def test_without_a_bus_there_is_still_the_old_tray(desktop, start_item):
+    helper = start_item()
+    start_trayer(desktop)
+    x, y = wait_for_icon(desktop)
+    desktop.x.click(x, y)
+    wait_until(lambda: helper.lines, what="the click is told")

@@ -3,7 +3,8 @@
 // in points, y up) and "chosen TITLE" for an entry. Ends with its standard input.
 
 #include "CommandReader.h"
-#include "platform/linux/tray/NotifierStatusItem.h"
+#include "platform/linux/tray/DesktopStatusItem.h"
+#include "platform/linux/x11/X11Connection.h"
 #include "support/QtMainQueue.h"
 
 #include <QDBusConnection>
@@ -37,7 +38,8 @@ int main(int argc, char* argv[])
 {
     const QGuiApplication application(argc, argv);
     QtMainQueue mainQueue;
-    NotifierStatusItem item(QDBusConnection::sessionBus(), mainQueue);
+    X11Connection connection;
+    DesktopStatusItem item(QDBusConnection::sessionBus(), connection, mainQueue);
     item.setClickHandler([&item] {
         const auto frame = item.frameOnScreen().value_or(ScreenRect{});
         std::cout << "clicked " << frame.midX() << ' ' << frame.y + frame.height / 2 << std::endl;
