@@ -6,7 +6,6 @@ import pytest
 from Xlib import X
 from Xlib.ext import xtest
 
-from harness.helper import Helper
 from harness.waiting import wait_until
 
 V, Z, C = 9, 6, 8
@@ -16,17 +15,9 @@ KEY_V, KEY_Y, KEY_DOT = 55, 29, 60  # places on the keyboard, as the server coun
 
 
 @pytest.fixture
-def start(desktop):
+def start(start_helper):
     """Starts programs that register hot keys."""
-    running = []
-
-    def start():
-        running.append(Helper(desktop, "hotkeys"))
-        return running[-1]
-
-    yield start
-    for helper in running:
-        helper.close()
+    return lambda: start_helper("hotkeys")
 
 
 def register(helper, code, modifiers):

@@ -9,7 +9,6 @@ import pytest
 from Xlib import X, error
 from Xlib.ext import xtest
 
-from harness.helper import Helper
 from harness.waiting import wait_until
 from harness.x11 import Rect
 
@@ -22,10 +21,8 @@ XTERM_CHORD = "XTerm.VT100.translations: #override Ctrl Shift <Key>V: insert-sel
 
 
 @pytest.fixture
-def paster(desktop):
-    helper = Helper(desktop, "keystrokes")
-    yield helper
-    helper.close()
+def paster(start_helper):
+    return start_helper("keystrokes")
 
 
 def front(paster):
