@@ -6,6 +6,7 @@ import pytest
 from Xlib import X
 from Xlib.ext import xtest
 
+from harness.helper import Helper
 from harness.waiting import wait_until
 
 V, Z, C = 9, 6, 8
@@ -208,3 +209,13 @@ def test_the_other_layout_being_active_changes_nothing_for_a_latin_letter(deskto
     assert xtest_group.returncode == 0, xtest_group.stderr
     strike(desktop, KEY_Y, "super", "shift")
     helper.wait_for("pressed 6", 2)
+
+
+def test_under_xwayland_there_are_none(sway_desktop):
+    # There the server would hear the keys over X11 windows alone.
+    pasting = Helper(sway_desktop, "keystrokes")
+    assert pasting.ask("trusted", "trusted", "not trusted") == "trusted", "the server lets the program in"
+    pasting.close()
+    helper = Helper(sway_desktop, "hotkeys")
+    assert not register(helper, V, COMMAND_SHIFT)
+    helper.close()

@@ -2,6 +2,7 @@
 
 import os
 import pathlib
+import shutil
 import subprocess
 
 from .waiting import wait_until
@@ -15,6 +16,11 @@ class Helper:
     def __init__(self, session, name, env=None):
         self.name = name
         program = os.environ.get(f"QUILLBAR_{name.upper()}") or _BUILT / f"quillbar_{name}"
+        as_user = {}
+        if session.user is not None:
+            # The unprivileged user may not be able to reach the build folder.
+            program = shutil.copy(program, session.home)
+            as_user = {"user": session.user.pw_uid, "group": session.user.pw_gid, "extra_groups": []}
         self.log = session.logs / f"{name}-{len(list(session.logs.iterdir())):02d}.out"
         with open(self.log, "wb") as sink:
             self._popen = subprocess.Popen(
@@ -23,6 +29,7 @@ class Helper:
                 stdin=subprocess.PIPE,
                 stdout=sink,
                 stderr=subprocess.STDOUT,
+                **as_user,
             )
 
     @property

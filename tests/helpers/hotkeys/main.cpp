@@ -20,7 +20,7 @@ int main(int argc, char* argv[])
     const QCoreApplication application(argc, argv);
     QtMainQueue mainQueue;
     X11Connection connection;
-    X11HotKeys hotKeys(connection, mainQueue);
+    X11HotKeys hotKeys(connection, mainQueue, connection.isXWayland());
     std::vector<std::unique_ptr<GlobalHotKeys::Token>> tokens;
 
     const CommandReader reader([&](const std::string& line) {

@@ -43,8 +43,9 @@ private:
     std::shared_ptr<HotKey> m_hotKey;
 };
 
-X11HotKeys::X11HotKeys(X11Connection& connection, MainQueue& mainQueue, QObject* parent)
-    : QObject(parent), m_connection(connection), m_mainQueue(mainQueue), m_keyboard(connection)
+X11HotKeys::X11HotKeys(X11Connection& connection, MainQueue& mainQueue, bool isXWayland, QObject* parent)
+    : QObject(parent), m_connection(connection), m_mainQueue(mainQueue), m_isXWayland(isXWayland),
+      m_keyboard(connection)
 {
     if (!m_keyboard.isValid())
         return;
@@ -62,7 +63,7 @@ X11HotKeys::~X11HotKeys() = default;
 std::unique_ptr<GlobalHotKeys::Token> X11HotKeys::registerHotKey(quint32 keyCode, quint32 modifiers,
                                                                  std::function<void()> handler)
 {
-    if (!m_connection.isValid() || !m_keyboard.isValid())
+    if (m_isXWayland || !m_connection.isValid() || !m_keyboard.isValid())
         return nullptr;
     auto hotKey = std::make_shared<HotKey>(HotKey{keyCode, modifiers, std::move(handler)});
     if (!grab(*hotKey))

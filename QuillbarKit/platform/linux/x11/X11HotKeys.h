@@ -15,14 +15,14 @@ class X11Connection;
 /// keyboard layout: when it changes, they move to the keys that now carry their symbols. A combination that
 /// can't move since another program holds the new place is tried again at the next change.
 ///
-/// Under XWayland a grab works only while an X11 window has the keyboard.
+/// Under XWayland a grab would hear the key over X11 windows alone, so there is no such service there.
 class X11HotKeys final : public QObject, public GlobalHotKeys
 {
     Q_OBJECT
 
 public:
     /// `connection` must be given over to this object alone.
-    X11HotKeys(X11Connection& connection, MainQueue& mainQueue, QObject* parent = nullptr);
+    X11HotKeys(X11Connection& connection, MainQueue& mainQueue, bool isXWayland, QObject* parent = nullptr);
     ~X11HotKeys() override;
 
     std::unique_ptr<Token> registerHotKey(quint32 keyCode, quint32 modifiers,
@@ -41,6 +41,7 @@ private:
 
     X11Connection& m_connection;
     MainQueue& m_mainQueue;
+    bool m_isXWayland;
     X11Keyboard m_keyboard;
     bool m_keyboardChanged = false;
     std::vector<std::shared_ptr<HotKey>> m_hotKeys;
