@@ -61,10 +61,10 @@ class Helper:
         wait_until(lambda: self.lines.count(line) >= count, what=f"{self.name} writes {line!r}")
 
     def close(self):
+        """End the program by the end of its input; it must end well."""
         self._popen.stdin.close()
         try:
-            self._popen.wait(timeout=5)
-        except subprocess.TimeoutExpired:
+            assert self._popen.wait(timeout=20) == 0, f"{self.name} ended badly: {self.lines}"
+        finally:
             self._popen.kill()
             self._popen.wait()
-            raise
