@@ -33,6 +33,9 @@ AppDelegate::AppDelegate(const Platform& platform, std::vector<std::unique_ptr<N
                          QObject* parent)
     : QObject(parent), m_platform(platform), m_settings(platform.userDefaults),
       m_timerService(initialPresetSeconds, platform.clock, platform.mainQueue, platform.alertSound),
+      m_clipboardWatcher(platform.pasteboard, platform.workspace, platform.imageCodec, platform.clock,
+                         platform.mainQueue, platform.supportDirectory + QStringLiteral("/clipboard.json")),
+      m_snippetStore(platform.supportDirectory + QStringLiteral("/snippets.json"), platform.clock),
       m_registry(makeModules(std::move(furtherModules))),
       m_tracker(platform.pointerMonitor, platform.screens, platform.mainQueue)
 {}
@@ -46,24 +49,27 @@ AppDelegate::~AppDelegate()
 void AppDelegate::applicationDidFinishLaunching()
 {
     // The order matters: each step may lean on those before it.
-    // 1. The edit menu comes with the first window that takes text.
-    // 2. The notch and the panel.
+    // 1. The notch and the panel.
     readGeometry();
     buildWindow();
     positionWindow();
     applyDrawerHeight(false);
     m_window->orderFrontRegardless();
-    // 4. The pointer.
+    // 2. The pointer.
     applyTrackerGeometry();
     m_tracker.onChange = [this](bool inside) { handleProximity(inside); };
     m_tracker.start();
-    // 9. The modules.
+    // 3. The snippets and the clipboard.
+    launchClipboard();
+    // 4. The modules.
     handSettingsToRegistry();
-    // 12. to 14. What decides the peek, and the settings of the services.
+    // 5. What decides the peek.
     subscribeTimerActivity();
+    // 6. The settings of the services.
     pushTimerSettings();
     subscribeTimerSettings();
-    // 15. The displays.
+    subscribeClipboardSettings();
+    // 7. The displays.
     connect(&m_platform.screens, &Screens::changed, this, &AppDelegate::screenParamsChanged);
 }
 
@@ -72,9 +78,11 @@ void AppDelegate::applicationWillTerminate()
     // The order matters here too: first what could still open the panel, last what is told of the desktop.
     // 1. The pointer.
     m_tracker.stop();
-    // 2. Everything that follows a published value.
+    // 2. The clipboard.
+    m_clipboardWatcher.stop();
+    // 3. Everything that follows a published value.
     m_cancellables.clear();
-    // 3. The displays.
+    // 4. The displays.
     m_platform.screens.disconnect(this);
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "clipboard/ClipboardWatcher.h"
+#include "clipboard/SnippetStore.h"
 #include "platform/Platform.h"
 #include "settings/QuillbarSettings.h"
 #include "shell/ModuleRegistry.h"
@@ -52,6 +54,8 @@ public:
     PanelState& panelState() { return m_panelState; }
     QuillbarSettings& settings() { return m_settings; }
     TimerService& timerService() { return m_timerService; }
+    ClipboardWatcher& clipboardWatcher() { return m_clipboardWatcher; }
+    SnippetStore& snippetStore() { return m_snippetStore; }
     ModuleRegistry& registry() { return m_registry; }
     const MouseTracker& tracker() const { return m_tracker; }
     /// Null until launched.
@@ -71,10 +75,12 @@ private:
     void screenParamsChanged();
 
     // Each subsystem's share of the launch, in the subsystem's own folder.
+    void launchClipboard();
     void handSettingsToRegistry();
     void subscribeTimerActivity();
     void pushTimerSettings();
     void subscribeTimerSettings();
+    void subscribeClipboardSettings();
 
     /// Runs `action` with the value that `getter` reads, now and at each change, a turn of the loop later.
     template <typename Source, typename Getter, typename Signal, typename Action>
@@ -101,6 +107,8 @@ private:
     QuillbarSettings m_settings;
     PanelState m_panelState;
     TimerService m_timerService;
+    ClipboardWatcher m_clipboardWatcher;
+    SnippetStore m_snippetStore;
     ModuleRegistry m_registry;
     MouseTracker m_tracker;
     QSizeF m_notchSize{200.0, 32.0};

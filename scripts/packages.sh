@@ -7,21 +7,23 @@ packages_for() {
     # To configure and compile everything but the fuzz targets.
     build) echo g++ cmake ninja-build pkg-config ccache \
         qt6-base-dev qt6-base-dev-tools qt6-declarative-dev qt6-declarative-dev-tools qt6-svg-dev \
-        libgl-dev libopengl-dev libvulkan-dev libxkbcommon-dev \
-        libxcb1-dev libxcb-ewmh-dev libxcb-randr0-dev libxcb-shape0-dev libxcb-util-dev \
-        libxcb-xfixes0-dev libxcb-xinput-dev libpsl-dev rapidjson-dev libcanberra-dev \
+        libgl-dev libopengl-dev libvulkan-dev libxkbcommon-dev libxkbcommon-x11-dev \
+        libxcb1-dev libxcb-ewmh-dev libxcb-randr0-dev libxcb-res0-dev libxcb-shape0-dev \
+        libxcb-util-dev libxcb-xfixes0-dev libxcb-xinput-dev libxcb-xkb-dev libxcb-xtest0-dev \
+        libpsl-dev rapidjson-dev libsimdjson-dev libssl-dev zlib1g-dev libcanberra-dev qcoro-qt6-dev \
         libgtest-dev libgmock-dev libbenchmark-dev bootstrap-icons ;;
     # What the program loads at run time, and what ./run needs on a desktop.
     run) echo qml6-module-qtquick qml6-module-qtquick-window qml6-module-qtqml \
-        qml6-module-qtqml-workerscript libqt6svg6 fonts-inter fonts-quicksand dbus-daemon x11-utils \
-        libcanberra0 libcanberra-pulse sound-theme-freedesktop ;;
+        qml6-module-qtqml-workerscript libqt6svg6 qt6-image-formats-plugins fonts-inter fonts-quicksand \
+        dbus-daemon x11-utils libcanberra0 libcanberra-pulse sound-theme-freedesktop ca-certificates ;;
     # What ./run needs beyond that where there is no desktop.
     show) echo xvfb openbox x11-xserver-utils xdotool python3 python3-pil ;;
     # What the test suites drive, and the compiler of the fuzz targets.
-    test) echo xvfb openbox picom xfwm4 mutter i3-wm sway xwayland grim xdotool \
-        x11-utils x11-xserver-utils xclip xterm dbus dbus-daemon at-spi2-core adduser util-linux procps \
-        python3 python3-pytest python3-xlib python3-gi gir1.2-atspi-2.0 python3-pil python3-numpy \
-        python3-dbus pulseaudio pulseaudio-utils clang libclang-rt-14-dev ;;
+    test) echo xvfb openbox picom xfwm4 xfce4-panel trayer mutter i3-wm sway xwayland grim \
+        xdotool x11-utils x11-xserver-utils x11-xkb-utils xkb-data xclip xterm mousepad featherpad pcmanfm firefox-esr xfce4-clipman \
+        dbus dbus-daemon at-spi2-core adduser util-linux procps python3 python3-pytest python3-xlib python3-gi \
+        gir1.2-atspi-2.0 gir1.2-gtk-3.0 gir1.2-gtk-4.0 python3-pil python3-numpy python3-dbus pulseaudio pulseaudio-utils \
+        libfaketime openssl clang libclang-rt-14-dev ;;
     # The checks of .ci/run.
     lint) echo git clang-format clang-tidy clang-tools shellcheck black python3-pyflakes \
         appstream desktop-file-utils ;;

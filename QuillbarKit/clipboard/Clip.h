@@ -42,4 +42,7 @@ struct Clip
     /// What a copy is compared by to find that it repeats an earlier one. Costs the SHA-256 of an image,
     /// once.
     QString contentKey() const;
+
+    /// Whether the content keys are equal. Hashes no image unless the other has the same size.
+    bool hasSameContentAs(const Clip& other) const;
 };

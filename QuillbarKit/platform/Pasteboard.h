@@ -31,6 +31,9 @@ struct PasteboardContents
     std::map<QString, QByteArray> data;
     /// The image, as a complete PNG file.
     std::optional<QByteArray> png;
+    /// The program that was in front when another program put this on the clipboard, as
+    /// Workspace::frontmostApplication() names it; none when that can't be told, or of what is ours.
+    std::optional<QString> copiedIn;
 
     bool operator==(const PasteboardContents&) const = default;
 };
@@ -42,18 +45,22 @@ class Pasteboard
 public:
     virtual ~Pasteboard() = default;
 
-    /// Grows with each change of the contents, whoever made it.
+    /// Grows with each change of the contents, whoever made it; no number comes again in a later run.
     virtual qint64 changeCount() const = 0;
 
-    /// What the change count stands for. Forms that the owner offered but failed to hand over in time, or
-    /// that were too large, are missing.
+    /// What the change count stands for; nothing at all some time after a program has emptied the clipboard
+    /// or has taken its contents along at its end. Only what there is a use for has been asked of the owner:
+    /// no text and no image where there are files, no image where there is text that is more than blanks,
+    /// nothing where the contents are concealed. Forms that the owner failed to hand over in time, or that
+    /// were too large, are missing.
     virtual const PasteboardContents& contents() const = 0;
 
     /// Replaces the contents by ours and serves them to other programs for as long as this one lives and none
-    /// copies something else. `types` need not be filled in. changeCount() has grown when it returns.
+    /// copies something else. `types` and `copiedIn` need not be filled in. changeCount() has grown when it
+    /// returns, and contents() are these.
     virtual void write(PasteboardContents contents) = 0;
 
-    /// Called after each growth of the change count; one handler, the last one set. So nobody need poll a
-    /// count that stands still.
+    /// Called after each growth of the change count, inside write() too; one handler, the last one set. So
+    /// nobody need poll a count that stands still.
     virtual void setChangeHandler(std::function<void()> handler) = 0;
 };

@@ -1,12 +1,17 @@
 #pragma once
 
+#include <QString>
+
 class AlertSound;
 class Clock;
+class ImageCodec;
 class MainQueue;
+class Pasteboard;
 class PointerMonitor;
 class Screens;
 class UserDefaults;
 class WindowServer;
+class Workspace;
 
 /// Everything through which the kit reaches the world. All of it outlives the application controller.
 struct Platform
@@ -17,5 +22,10 @@ struct Platform
     PointerMonitor& pointerMonitor;
     WindowServer& windowServer;
     AlertSound& alertSound;
+    Pasteboard& pasteboard;
+    Workspace& workspace;
+    ImageCodec& imageCodec;
     UserDefaults& userDefaults;
+    /// Where the stores have their files: an absolute path. The folder need not be there yet.
+    QString supportDirectory;
 };

@@ -63,6 +63,11 @@ std::optional<T> load(const UserDefaults& defaults, const QString& key)
     } else if constexpr (std::is_same_v<T, int>) {
         const auto stored = defaults.get<qint64>(key);
         return stored ? std::optional(toInt(*stored)) : std::nullopt;
+    } else if constexpr (std::is_same_v<T, double>) {
+        // A person writes 0 and means 0.0.
+        if (const auto whole = defaults.get<qint64>(key))
+            return static_cast<double>(*whole);
+        return defaults.get<double>(key);
     } else if constexpr (std::is_same_v<T, QList<int>>) {
         const auto stored = defaults.get<QList<qint64>>(key);
         if (!stored)

@@ -16,6 +16,6 @@ Item {
         topRadius: root.topRadius
         bottomRadius: root.bottomRadius
         color: root.translucent ? "#d0202225" : "#202225"
-        endColor: root.translucent ? "#b8303338" : "#303338"
+        endColor: root.translucent ? "#c41a1c1f" : "#1a1c1f"
     }
 }

@@ -12,9 +12,12 @@ Item {
     required property QuillbarSettings settings
 
     readonly property real step: 36
+    readonly property var ids: registry.visibleIDs
+    readonly property string markedID: registry.markedID(panelState.activeModuleID, registry.visibleIDs)
     // -1 while the selected module is not among the visible ones.
-    readonly property int selectedIndex: (registry.visibleIDs, registry.visibleIndex(panelState.activeModuleID))
+    readonly property int selectedIndex: ids.indexOf(markedID)
     property int hoveredIndex: -1
+    readonly property color accent: Contrast.legible(settings.accentColor)
 
     function select(id) {
         panelState.activeModuleID = id;
@@ -27,10 +30,9 @@ Item {
     implicitWidth: row.width
     implicitHeight: row.height
 
-    Rectangle {
+    Item {
         id: highlight
 
-        readonly property color accent: bar.settings.accentColor
         property int index: -1
 
         function follow() {
@@ -39,21 +41,27 @@ Item {
             glide.enabled = true;
         }
 
+        objectName: "highlight"
         visible: index >= 0
         x: glide.value
         width: 30
         height: 28
-        scale: bar.hoveredIndex === index ? 1.08 : 1
-        radius: 8
-        color: Qt.rgba(accent.r, accent.g, accent.b, 0.2 * accent.a)
-        border.width: 1
-        border.color: Qt.rgba(accent.r, accent.g, accent.b, 0.45 * accent.a)
 
-        Behavior on scale {
-            NumberAnimation {
-                duration: 120
-                easing.type: Easing.BezierSpline
-                easing.bezierCurve: [0, 0, 0.58, 1, 1, 1]
+        RoundedGround {
+            anchors.fill: parent
+            anchors.margins: -margin
+            swell: bar.hoveredIndex === highlight.index ? 1.08 : 1
+            radius: 8
+            color: Qt.rgba(bar.accent.r, bar.accent.g, bar.accent.b, 0.2 * bar.accent.a)
+            borderWidth: 1
+            borderColor: Qt.rgba(bar.accent.r, bar.accent.g, bar.accent.b, 0.45 * bar.accent.a)
+
+            Behavior on swell {
+                NumberAnimation {
+                    duration: 120
+                    easing.type: Easing.BezierSpline
+                    easing.bezierCurve: [0, 0, 0.58, 1, 1, 1]
+                }
             }
         }
 
@@ -89,8 +97,8 @@ Item {
 
                 name: bar.registry.title(modelData)
                 iconSystemName: bar.registry.iconSystemName(modelData)
-                isSelected: bar.panelState.activeModuleID === modelData
-                accent: bar.settings.accentColor
+                isSelected: bar.markedID === modelData
+                accent: bar.accent
                 onTapped: bar.select(modelData)
                 onHoveredChanged: {
                     if (hovered)

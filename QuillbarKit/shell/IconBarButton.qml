@@ -44,6 +44,7 @@ Control {
         anchors.centerIn: parent
         name: button.iconSystemName
         pointSize: 13
+        semibold: true
         color: Qt.rgba(1 + (button.accent.r - 1) * mix, 1 + (button.accent.g - 1) * mix, 1 + (button.accent.b - 1) * mix, white + (button.accent.a - white) * mix)
     }
 }

@@ -15,8 +15,11 @@ ModuleRegistry::~ModuleRegistry() = default;
 
 void ModuleRegistry::setEnabledIDs(std::optional<QStringList> enabledIDs)
 {
+    const bool isOther = m_enabledIDs && m_enabledIDs != enabledIDs;
     m_enabledIDs = std::move(enabledIDs);
     publish();
+    if (isOther)
+        Q_EMIT choiceChanged();
 }
 
 void ModuleRegistry::setOrder(std::optional<QStringList> order)
@@ -30,6 +33,14 @@ NotchModule* ModuleRegistry::module(const QString& id) const
     const auto found =
         std::ranges::find_if(m_modules, [&](const auto& module) { return module->id() == id; });
     return found == m_modules.end() ? nullptr : found->get();
+}
+
+QStringList ModuleRegistry::allIDs() const
+{
+    QStringList ids;
+    for (const auto& module : m_modules)
+        ids.append(module->id());
+    return ids;
 }
 
 std::vector<NotchModule*> ModuleRegistry::visibleModules() const
@@ -76,9 +87,14 @@ void ModuleRegistry::publish()
     Q_EMIT changed();
 }
 
-QString ModuleRegistry::shownID(const QString& selectedID) const
+QString ModuleRegistry::shownID(const QString& selectedID, const QStringList& visibleIDs)
 {
-    return m_visibleIDs.contains(selectedID) ? selectedID : m_visibleIDs.value(0);
+    return visibleIDs.contains(selectedID) ? selectedID : visibleIDs.value(0);
+}
+
+QString ModuleRegistry::markedID(const QString& selectedID, const QStringList& visibleIDs) const
+{
+    return module(selectedID) ? selectedID : shownID(selectedID, visibleIDs);
 }
 
 QString ModuleRegistry::peekModuleID() const

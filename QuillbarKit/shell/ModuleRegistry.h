@@ -17,6 +17,8 @@ class ModuleRegistry : public QObject
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("made by the application controller")
+    /// The ids of all modules in registration order, for views that are kept whatever is visible.
+    Q_PROPERTY(QStringList allIDs READ allIDs CONSTANT)
     /// The ids of the visible modules in display order. Unlike changed(), its signal tells of a difference.
     Q_PROPERTY(QStringList visibleIDs READ visibleIDs NOTIFY visibleIDsChanged)
     /// The id of the module that peeks, empty when none does.
@@ -39,17 +41,18 @@ public:
 
     std::vector<NotchModule*> visibleModules() const;
 
+    QStringList allIDs() const;
     QStringList visibleIDs() const { return m_visibleIDs; }
+
+    // A view passes visibleIDs itself, so that it follows their changes.
 
     /// The id of the module to show for that selected id: itself when it is visible, else the first visible
     /// one, else empty.
-    Q_INVOKABLE QString shownID(const QString& selectedID) const;
+    Q_INVOKABLE static QString shownID(const QString& selectedID, const QStringList& visibleIDs);
 
-    /// The place of that module among the visible ones, -1 when it is not visible.
-    Q_INVOKABLE int visibleIndex(const QString& id) const
-    {
-        return static_cast<int>(m_visibleIDs.indexOf(id));
-    }
+    /// The id to mark as selected for that selected id: itself, or the one shown where there is no such
+    /// module at all.
+    Q_INVOKABLE QString markedID(const QString& selectedID, const QStringList& visibleIDs) const;
 
     // For the views; the id is that of a registered module.
     Q_INVOKABLE QString title(const QString& id) const { return require(id).title(); }
@@ -76,6 +79,8 @@ Q_SIGNALS:
     /// What the functions above return may have changed.
     void changed();
     void visibleIDsChanged();
+    /// Other modules are enabled than before. The first choice handed over is no change.
+    void choiceChanged();
 
 private:
     NotchModule& require(const QString& id) const;

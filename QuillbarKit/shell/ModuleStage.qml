@@ -4,22 +4,24 @@ import QtQuick
 import Quillbar
 
 // The views of the modules, of which one is shown. A change of module fades and scales one out and the other
-// in.
+// in. Hidden ones stay, so that what was typed or scrolled in them is still there when they come back.
 Item {
     id: stage
 
     required property ModuleRegistry registry
+    required property QuillbarSettings settings
     required property string shownID
 
     Repeater {
-        model: stage.registry.visibleIDs
+        model: stage.registry.allIDs
 
         ModuleViewHost {
             id: host
 
             required property string modelData
             readonly property bool isShown: stage.shownID === modelData
-            readonly property bool fills: (stage.registry.peekModuleID, stage.registry.fillsAvailableHeight(modelData))
+            // Read fresh whenever it may have changed.
+            property bool fills: false
             // 0 gone, 1 in place.
             property real presence: isShown ? 1 : 0
 
@@ -33,6 +35,28 @@ Item {
             scale: 0.97 + 0.03 * presence
             visible: presence > 0
             enabled: isShown
+            onIsShownChanged: readLayout()
+
+            function readLayout() {
+                fills = stage.registry.fillsAvailableHeight(modelData);
+            }
+
+            Connections {
+                function onChanged() {
+                    host.readLayout();
+                }
+
+                target: stage.registry
+            }
+
+            Connections {
+                // A cover in a corner takes the whole drawer.
+                function onMediaArtPositionChanged() {
+                    host.readLayout();
+                }
+
+                target: stage.settings
+            }
 
             Behavior on presence {
                 enabled: stage.visible

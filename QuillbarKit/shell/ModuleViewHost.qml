@@ -14,6 +14,6 @@ Loader {
             setSource(view.source, view.properties);
     }
 
-    onWantedChanged: load()
-    Component.onCompleted: load()
+    // At the end of the turn: at the launch it is not known before which modules the user has enabled.
+    onWantedChanged: Qt.callLater(load) // qmllint disable
 }

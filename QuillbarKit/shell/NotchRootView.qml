@@ -20,13 +20,19 @@ Item {
     readonly property bool isOpen: panelState.isOpen
     readonly property bool isGlass: settings.notchGlass && isOpen
     readonly property real contentBottom: notchInsetTop + Math.max(0, panelState.contentHeight)
-    // Depends on what is visible, too.
-    readonly property string shownID: (registry.visibleIDs, registry.shownID(panelState.activeModuleID))
+    readonly property string shownID: registry.shownID(panelState.activeModuleID, registry.visibleIDs)
     // One device pixel.
     readonly property real pixel: 1 / Screen.devicePixelRatio
 
     // What the window is cut down to where nothing blends it with what lies beneath.
-    readonly property list<Item> drawnItems: [drawer, peeks.leadingItem, peeks.trailingItem]
+    readonly property list<Item> drawnItems: [drawer, peeks.leadingTab, peeks.trailingTab]
+
+    component ContentFade: NumberAnimation {
+        property: "opacity"
+        duration: 180
+        easing.type: Easing.BezierSpline
+        easing.bezierCurve: [0, 0, 0.58, 1, 1, 1]
+    }
 
     PeekLayer {
         id: peeks
@@ -36,6 +42,7 @@ Item {
         isOpen: root.isOpen
         registry: root.registry
         notchWidth: root.notchWidth
+        blended: root.blended
     }
 
     Spring {
@@ -87,25 +94,41 @@ Item {
         Item {
             id: content
 
+            objectName: "content"
             x: -drawer.x
             width: root.expandedWidth
             height: root.contentBottom
-            opacity: root.isOpen ? 1 : 0
+            opacity: 0
             // Out of sight is out of reach, for a screen reader too.
             visible: opacity > 0
 
-            Behavior on opacity {
-                SequentialAnimation {
-                    PauseAnimation {
-                        duration: root.isOpen ? 120 : 0
-                    }
-                    NumberAnimation {
-                        duration: 180
-                        easing.type: Easing.BezierSpline
-                        easing.bezierCurve: [0, 0, 0.58, 1, 1, 1]
-                    }
+            states: State {
+                name: "open"
+                when: root.isOpen
+
+                PropertyChanges {
+                    content.opacity: 1
                 }
             }
+
+            transitions: [
+                Transition {
+                    to: "open"
+
+                    SequentialAnimation {
+                        // The shape grows first.
+                        PauseAnimation {
+                            duration: 120
+                        }
+                        ContentFade {}
+                    }
+                },
+                Transition {
+                    from: "open"
+
+                    ContentFade {}
+                }
+            ]
 
             IconBar {
                 id: iconBar
@@ -123,32 +146,45 @@ Item {
                 anchors.bottom: parent.bottom
                 width: parent.width
                 registry: root.registry
+                settings: root.settings
                 shownID: root.shownID
             }
         }
 
         NotchFrameItem {
+            // It comes and goes with the panel, and in its own time when the user switches it.
+            property real switchedOn: root.settings.notchFrameEnabled ? 1 : 0
+
             anchors.fill: parent
             visible: opacity > 0
-            opacity: root.settings.notchFrameEnabled && root.isOpen ? 1 : 0
+            opacity: switchedOn * Math.max(0, Math.min(1, openness.value))
             topRadius: drawer.topRadius
             bottomRadius: drawer.bottomRadius
             color: root.settings.accentColor
 
-            Behavior on opacity {
+            Behavior on switchedOn {
                 NumberAnimation {
                     duration: 250
                     easing.type: Easing.BezierSpline
                     easing.bezierCurve: [0.42, 0, 0.58, 1, 1, 1]
                 }
             }
+
+            Spring {
+                id: openness
+
+                to: root.isOpen ? 1 : 0
+                response: 0.42
+                damping: 1.0
+                epsilon: 0.002
+            }
         }
     }
 
     Connections {
-        // A module that is no longer offered can't stay the selected one.
-        function onVisibleIDsChanged() {
-            const shown = root.registry.shownID(root.panelState.activeModuleID);
+        // A module that is no longer enabled can't stay the selected one.
+        function onChoiceChanged() {
+            const shown = root.registry.shownID(root.panelState.activeModuleID, root.registry.visibleIDs);
             if (shown !== "" && shown !== root.panelState.activeModuleID)
                 root.panelState.activeModuleID = shown;
         }

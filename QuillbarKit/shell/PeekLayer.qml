@@ -8,13 +8,14 @@ Item {
     required property bool isOpen
     required property ModuleRegistry registry
     required property real notchWidth
+    required property bool blended
 
     readonly property string peekID: registry.peekModuleID
     readonly property bool isShown: !isOpen && peekID !== ""
     readonly property real side: (width - notchWidth) / 2
-    // The views beside the notch, for whoever needs their place; null while there is nothing.
-    readonly property Item leadingItem: leading.shownItem
-    readonly property Item trailingItem: trailing.shownItem
+    // The grounds of the peeks where nothing blends; invisible while there is nothing.
+    readonly property Item leadingTab: leading.tab
+    readonly property Item trailingTab: trailing.tab
 
     opacity: Math.max(0, Math.min(1, fade.value))
     visible: opacity > 0
@@ -37,6 +38,7 @@ Item {
         isLeading: true
         registry: layer.registry
         peekID: layer.peekID
+        blended: layer.blended
     }
 
     PeekSlot {
@@ -48,5 +50,6 @@ Item {
         isLeading: false
         registry: layer.registry
         peekID: layer.peekID
+        blended: layer.blended
     }
 }

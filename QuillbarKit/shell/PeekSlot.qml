@@ -10,10 +10,15 @@ Item {
     required property bool isLeading
     required property ModuleRegistry registry
     required property string peekID
+    // Whether transparent parts of the window show what lies beneath.
+    required property bool blended
 
     // The last one stays while it fades out.
     property string heldID: ""
     property Item shownItem: null
+    // What a window that can't be transparent is cut down to.
+    readonly property alias tab: tab
+    readonly property bool hasPeek: shownItem !== null && shownItem.width > 0
 
     onPeekIDChanged: {
         if (peekID !== "")
@@ -21,8 +26,30 @@ Item {
     }
     Component.onCompleted: heldID = peekID
 
+    PeekShade {
+        x: slot.hasPeek ? slot.shownItem.x - reach : 0
+        y: slot.hasPeek ? slot.shownItem.y - reach : 0
+        width: slot.hasPeek ? slot.shownItem.width + 2 * reach : 0
+        height: slot.hasPeek ? slot.shownItem.height + 2 * reach : 0
+        visible: slot.hasPeek && slot.blended
+    }
+
+    // Nothing fades out there: a small notch of its own.
+    NotchShapeItem {
+        id: tab
+
+        readonly property real padding: 5
+
+        x: slot.hasPeek ? slot.shownItem.x - padding : 0
+        width: slot.hasPeek ? slot.shownItem.width + 2 * padding : 0
+        height: slot.height
+        topRadius: 0
+        bottomRadius: 9
+        visible: slot.hasPeek && !slot.blended
+    }
+
     Repeater {
-        model: slot.registry.visibleIDs
+        model: slot.registry.allIDs
 
         ModuleViewHost {
             id: host
@@ -37,10 +64,6 @@ Item {
             view: slot.isLeading ? slot.registry.peekLeading(modelData) : slot.registry.peekTrailing(modelData)
             onIsHeldChanged: publish()
             onLoaded: publish()
-            Component.onDestruction: {
-                if (slot.shownItem === host)
-                    slot.shownItem = null;
-            }
 
             function publish() {
                 if (isHeld)

@@ -1,17 +1,15 @@
 #include "support/AppPaths.h"
 
+#include "support/PrivateFile.h"
+
 #include <QDir>
 #include <QFile>
 #include <QStandardPaths>
 
-#include <fcntl.h>
 #include <pwd.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 namespace {
-constexpr mode_t ownerOnly = 0700;
-
 /// The variable's value when it is an absolute path that a QString can carry, else empty: the base directory
 /// rules have relative paths ignored.
 QString absolutePath(const char* variable)
@@ -31,40 +29,13 @@ QString homeDirectory()
     return user ? QFile::decodeName(user->pw_dir) : QDir::rootPath();
 }
 
-void makeFolder(const QString& path)
-{
-    const QByteArray bytes = QFile::encodeName(path);
-    if (mkdir(bytes.constData(), ownerOnly) == 0)
-        chmod(bytes.constData(), ownerOnly); // A umask may have taken rights of ours.
-}
-
-void makeFolderAndParents(const QString& path)
-{
-    for (qsizetype end = path.indexOf(u'/', 1); end >= 0; end = path.indexOf(u'/', end + 1))
-        makeFolder(path.left(end));
-    makeFolder(path);
-}
-
-/// Takes the rights of everybody else off the folder.
-void narrow(const QString& path)
-{
-    const int folder = open(QFile::encodeName(path).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (folder < 0)
-        return;
-    struct stat status = {};
-    if (fstat(folder, &status) == 0 && (status.st_mode & (S_IRWXG | S_IRWXO)) != 0)
-        fchmod(folder, status.st_mode & ownerOnly);
-    close(folder);
-}
-
 QString ownFolder(const char* baseVariable, const QString& defaultBase)
 {
     QString base = absolutePath(baseVariable);
     if (base.isEmpty())
         base = homeDirectory() + defaultBase;
     QString path = QDir::cleanPath(base + QStringLiteral("/Quillbar"));
-    makeFolderAndParents(path);
-    narrow(path);
+    PrivateFile::makeFolder(path);
     return path;
 }
 } // namespace

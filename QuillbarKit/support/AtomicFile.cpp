@@ -4,13 +4,16 @@
 
 #include <QFile>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdlib>
 #include <fcntl.h>
 #include <memory>
 #include <optional>
+#include <span>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <vector>
 
 namespace {
 constexpr mode_t privateMode = 0600;
@@ -62,16 +65,16 @@ bool syncFolder(int folder)
     return sync(folder) || errno == EINVAL;
 }
 
-bool replace(int folder, const QByteArray& name, QByteArrayView bytes)
+bool replace(int folder, const QByteArray& name, std::span<const QByteArrayView> pieces)
 {
     TemporaryFile temporary(folder);
     return temporary.descriptor() >= 0 && fchmod(temporary.descriptor(), privateMode) == 0 &&
-           writeAll(temporary.descriptor(), bytes) && sync(temporary.descriptor()) &&
-           temporary.renameTo(name) && syncFolder(folder);
+           std::all_of(pieces.begin(), pieces.end(),
+                       [&](QByteArrayView bytes) { return writeAll(temporary.descriptor(), bytes); }) &&
+           sync(temporary.descriptor()) && temporary.renameTo(name) && syncFolder(folder);
 }
-} // namespace
 
-bool AtomicFile::write(const QString& path, QByteArrayView bytes)
+bool writePieces(const QString& path, std::span<const QByteArrayView> pieces)
 {
     const auto target = resolve(QFile::encodeName(path));
     if (!target)
@@ -86,7 +89,18 @@ bool AtomicFile::write(const QString& path, QByteArrayView bytes)
     if (folder < 0)
         return false;
     TemporaryFile::removeStale(folder);
-    const bool replaced = replace(folder, name, bytes);
+    const bool replaced = replace(folder, name, pieces);
     close(folder);
     return replaced;
+}
+} // namespace
+
+bool AtomicFile::write(const QString& path, QByteArrayView bytes)
+{
+    return writePieces(path, {&bytes, 1});
+}
+
+bool AtomicFile::write(const QString& path, const QList<QByteArray>& pieces)
+{
+    return writePieces(path, std::vector<QByteArrayView>(pieces.begin(), pieces.end()));
 }

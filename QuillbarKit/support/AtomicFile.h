@@ -1,6 +1,8 @@
 #pragma once
 
+#include <QByteArray>
 #include <QByteArrayView>
+#include <QList>
 #include <QString>
 
 namespace AtomicFile {
@@ -13,4 +15,7 @@ namespace AtomicFile {
 /// nothing fails, and so does a path that is a folder, a device or a pipe. What a killed process left behind
 /// is removed by the next write to the folder. Any thread, but not two at once for one path.
 [[nodiscard]] bool write(const QString& path, QByteArrayView bytes);
+
+/// The same for pieces that make up the file, one behind the other.
+[[nodiscard]] bool write(const QString& path, const QList<QByteArray>& pieces);
 } // namespace AtomicFile

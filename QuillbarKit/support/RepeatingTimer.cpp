@@ -12,6 +12,8 @@ struct RepeatingTimer::Beat : std::enable_shared_from_this<Beat>
 
     void schedule()
     {
+        // Counted from the start, so that lateness doesn't add up; beats that have gone by are left out.
+        count = std::max(count, std::floor((queue.monotonicSeconds() - start) / period) + 1);
         const double delay = std::max(0.0, start + count * period - queue.monotonicSeconds());
         item = WorkItem::make([weak = weak_from_this()] {
             if (const auto beat = weak.lock())
@@ -22,18 +24,19 @@ struct RepeatingTimer::Beat : std::enable_shared_from_this<Beat>
 
     void strike()
     {
+        const auto own = item;
+        ++count;
         handler();
-        if (item->isCancelled())
-            return; // The handler has destroyed the timer.
-        // Counted from the start, so that lateness doesn't add up; beats that have gone by are left out.
-        count = std::max(count, std::floor((queue.monotonicSeconds() - start) / period)) + 1;
-        schedule();
+        // Else the handler has destroyed the timer, or dozes.
+        if (!own->isCancelled())
+            schedule();
     }
 
     MainQueue& queue;
     const double period;
     const double start;
     const std::function<void()> handler;
+    /// The beat that comes next.
     double count = 1;
     std::shared_ptr<WorkItem> item;
 };
@@ -47,4 +50,15 @@ RepeatingTimer::RepeatingTimer(MainQueue& queue, double periodSeconds, std::func
 RepeatingTimer::~RepeatingTimer()
 {
     m_beat->item->cancel();
+}
+
+void RepeatingTimer::doze()
+{
+    m_beat->item->cancel();
+}
+
+void RepeatingTimer::wake()
+{
+    if (m_beat->item->isCancelled())
+        m_beat->schedule();
 }

@@ -16,6 +16,12 @@ public:
     RepeatingTimer(const RepeatingTimer&) = delete;
     RepeatingTimer& operator=(const RepeatingTimer&) = delete;
 
+    /// Leaves the beats out until wake(), so that a handler which could find nothing new costs nothing.
+    void doze();
+
+    /// Has the handler run again, from the next beat on; the beats stay where they were.
+    void wake();
+
 private:
     struct Beat;
     std::shared_ptr<Beat> m_beat;

@@ -8,5 +8,5 @@ QtObject {
 
     readonly property color breakTint: Qt.rgba(0.35, 0.78, 0.62, 1)
     readonly property bool isResting: service.mode === TimerMode.Pomodoro && service.phase === PomodoroPhase.Rest
-    readonly property color active: isResting ? breakTint : settings.accentColor
+    readonly property color active: isResting ? breakTint : Contrast.legible(settings.accentColor)
 }

@@ -10,16 +10,19 @@ PressableButton {
     width: 32
     height: 32
 
-    Rectangle {
+    RoundedGround {
         anchors.fill: parent
-        radius: width / 2
-        color: Qt.rgba(1, 1, 1, button.hovered ? 0.16 : 0.1)
+        anchors.margins: -margin
+        swell: button.swell
+        color: Qt.rgba(1, 1, 1, button.hovered ? 0.2 : 0.13)
     }
 
     Symbol {
         anchors.centerIn: parent
         name: button.symbol
         pointSize: 13
+        semibold: true
         color: "white"
+        scale: button.swell
     }
 }

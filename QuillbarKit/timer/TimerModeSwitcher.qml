@@ -10,21 +10,6 @@ Rectangle {
     required property TimerService service
     required property color accent
 
-    readonly property var modes: [
-        {
-            mode: TimerMode.Timer,
-            title: "Timer"
-        },
-        {
-            mode: TimerMode.Pomodoro,
-            title: "Pomodoro"
-        },
-        {
-            mode: TimerMode.Stopwatch,
-            title: "Stopwatch"
-        }
-    ]
-
     implicitWidth: row.width
     implicitHeight: row.height
     radius: height / 2
@@ -41,7 +26,7 @@ Rectangle {
         width: stretch.value
         height: switcher.height
         radius: height / 2
-        color: Qt.rgba(switcher.accent.r, switcher.accent.g, switcher.accent.b, 0.28)
+        color: Qt.rgba(switcher.accent.r, switcher.accent.g, switcher.accent.b, 0.32 * switcher.accent.a)
 
         Spring {
             id: slide
@@ -64,20 +49,20 @@ Rectangle {
         id: row
 
         Repeater {
-            model: switcher.modes
+            model: TimerTexts.modes()
 
             Control {
                 id: segment
 
-                required property var modelData
-                readonly property bool isSelected: switcher.service.mode === modelData.mode
+                required property int modelData
+                readonly property bool isSelected: switcher.service.mode === modelData
 
-                name: modelData.title
+                name: TimerTexts.title(modelData)
                 checkable: true
                 checked: isSelected
                 width: label.implicitWidth + 28
                 height: label.implicitHeight + 12
-                onTapped: switcher.service.setMode(modelData.mode)
+                onTapped: switcher.service.setMode(modelData)
                 onIsSelectedChanged: if (isSelected)
                     capsule.selected = segment
                 Component.onCompleted: if (isSelected)
@@ -87,7 +72,7 @@ Rectangle {
                     id: label
 
                     anchors.centerIn: parent
-                    text: segment.modelData.title
+                    text: segment.name
                     font.family: Fonts.text
                     font.pixelSize: 11
                     font.weight: Font.Medium

@@ -24,14 +24,14 @@ Item {
         visible: root.side === "leading"
         name: "timer"
         pointSize: 12
+        semibold: true
         color: accent.active
     }
 
     MonospacedDigits {
         id: time
 
-        anchors.verticalCenter: parent.verticalCenter
-        anchors.left: parent.left
+        anchors.centerIn: parent
         visible: root.side === "trailing"
         text: TimerTexts.mmss(root.service.displaySeconds)
         font.family: Fonts.text

@@ -6,13 +6,19 @@ PressableButton {
     id: chip
 
     required property string label
+    // 0 not seen at all, 1 in full.
+    property real strength: 1
 
-    width: text.implicitWidth + 20
-    height: 24
+    // Whole points keep the edges of a line of chips sharp.
+    width: Math.max(38, Math.ceil(text.width) + 20)
+    height: 26
 
     GlassChipBackground {
         anchors.fill: parent
-        cornerRadius: 12
+        anchors.margins: -margin
+        swell: chip.swell
+        cornerRadius: 13
+        tint: Qt.rgba(1, 1, 1, chip.strength)
         hovering: chip.hovered
     }
 
@@ -20,11 +26,14 @@ PressableButton {
         id: text
 
         anchors.centerIn: parent
+        width: Math.min(implicitWidth, 90)
+        elide: Text.ElideRight
         text: chip.label
         font.family: Fonts.text
         font.pixelSize: 11
         font.weight: Font.Medium
-        color: Qt.rgba(1, 1, 1, 0.85)
+        color: Qt.rgba(1, 1, 1, 0.85 * chip.strength)
+        scale: chip.swell
         Accessible.ignored: true
     }
 }

@@ -8,30 +8,50 @@ PressableButton {
     required property TimerService service
     required property color accent
 
+    readonly property color ink: Contrast.on(accent)
+    // 0 the triangle, 1 the bars.
+    readonly property real bars: Math.max(0, Math.min(1, turn.value))
+
     name: service.isRunning ? "Pause" : "Start"
     width: 44
     height: 44
     onTapped: service.startOrPause()
 
-    Rectangle {
-        anchors.fill: parent
-        radius: width / 2
-        color: button.accent
+    Spring {
+        id: turn
 
-        Behavior on color {
-            ColorAnimation {
-                duration: 150
-            }
-        }
+        to: button.service.isRunning ? 1 : 0
+        response: 0.25
+        damping: 1.0
+        epsilon: 0.002
+    }
+
+    GlassAccentBackground {
+        anchors.fill: parent
+        anchors.margins: -margin
+        swell: button.swell
+        accent: button.accent
     }
 
     Symbol {
         anchors.centerIn: parent
         // A triangle's weight lies left of its middle.
-        anchors.horizontalCenterOffset: button.service.isRunning ? 0 : 1
-        name: button.service.isRunning ? "pause.fill" : "play.fill"
+        anchors.horizontalCenterOffset: 1
+        name: "play.fill"
         pointSize: 20
-        // On a light accent white would vanish.
-        color: 0.299 * button.accent.r + 0.587 * button.accent.g + 0.114 * button.accent.b > 0.7 ? "black" : "white"
+        color: button.ink
+        opacity: 1 - button.bars
+        visible: opacity > 0
+        scale: (0.6 + 0.4 * opacity) * button.swell
+    }
+
+    Symbol {
+        anchors.centerIn: parent
+        name: "pause.fill"
+        pointSize: 20
+        color: button.ink
+        opacity: button.bars
+        visible: opacity > 0
+        scale: (0.6 + 0.4 * opacity) * button.swell
     }
 }

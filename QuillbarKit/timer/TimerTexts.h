@@ -1,11 +1,14 @@
 #pragma once
 
 #include "support/TimeFormatting.h"
+#include "timer/TimerMode.h"
 
+#include <QList>
 #include <QObject>
+#include <QVariantList>
 #include <QtQmlIntegration>
 
-/// The texts that the timer's views make of numbers.
+/// What the timer's views make of numbers.
 class TimerTexts : public QObject
 {
     Q_OBJECT
@@ -17,6 +20,11 @@ public:
 
     /// See TimeFormatting::mmss.
     Q_INVOKABLE static QString mmss(double seconds) { return TimeFormatting::mmss(seconds); }
+    /// The faces in the order in which they are offered, and what they are called.
+    Q_INVOKABLE static QVariantList modes();
+    Q_INVOKABLE static QString title(TimerModes::TimerMode mode);
+    /// Those of the stored lengths, in minutes, that a countdown can have.
+    Q_INVOKABLE static QList<int> offeredPresets(const QList<int>& minutes);
     /// A preset's label, "5m".
     Q_INVOKABLE static QString preset(qint64 minutes) { return QStringLiteral("%1m").arg(minutes); }
     /// The finished focus rounds, "3 done".

@@ -12,7 +12,7 @@ Item {
     property bool checked: false
     // Where the ring that shows the focus stands.
     property real focusRadius: Math.min(width, height) / 2
-    readonly property bool hovered: hover.hovered
+    readonly property bool hovered: hover.containsMouse
     readonly property bool pressed: tap.pressed
 
     signal tapped
@@ -34,8 +34,14 @@ Item {
     // What a radio button is told in place of a press.
     Accessible.onToggleAction: control.tapped()
 
-    HoverHandler {
+    // Not a HoverHandler: the toolkit notes each of its hover events in a list until the next press, so a
+    // panel that is pointed at for days without a click would grow.
+    MouseArea {
         id: hover
+
+        anchors.fill: parent
+        acceptedButtons: Qt.NoButton
+        hoverEnabled: true
     }
 
     TapHandler {

@@ -1,7 +1,8 @@
 import QtQuick
+import Quillbar
 
 // Behind a small control: a faint pane that lights up under the pointer.
-Rectangle {
+RoundedGround {
     id: chip
 
     property real cornerRadius: 8
@@ -9,9 +10,9 @@ Rectangle {
     property color tint: "white"
 
     radius: cornerRadius
-    color: Qt.rgba(tint.r, tint.g, tint.b, hovering ? 0.14 : 0.07)
-    border.width: 0.5
-    border.color: Qt.rgba(tint.r, tint.g, tint.b, hovering ? 0.18 : 0.1)
+    color: Qt.rgba(tint.r, tint.g, tint.b, (hovering ? 0.2 : 0.12) * tint.a)
+    borderWidth: 0.5
+    borderColor: Qt.rgba(tint.r, tint.g, tint.b, (hovering ? 0.24 : 0.16) * tint.a)
 
     Behavior on color {
         ColorAnimation {

@@ -8,7 +8,13 @@
 ProgressRing::ProgressRing(QQuickItem* parent) : QQuickPaintedItem(parent)
 {
     setAntialiasing(true);
-    connect(this, &ProgressRing::changed, this, [this] { update(); });
+    // A ring out of sight that asked for a frame would get it, and be painted in it.
+    const auto repaint = [this] {
+        if (isVisible())
+            update();
+    };
+    connect(this, &ProgressRing::changed, this, repaint);
+    connect(this, &QQuickItem::visibleChanged, this, repaint);
 }
 
 void ProgressRing::setFraction(double fraction)

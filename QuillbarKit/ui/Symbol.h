@@ -14,6 +14,8 @@ class Symbol : public QQuickPaintedItem
     Q_PROPERTY(QColor color READ color WRITE setColor NOTIFY colorChanged)
     /// Size of the text that the symbol would stand beside, in points. The symbol itself is somewhat larger.
     Q_PROPERTY(double pointSize READ pointSize WRITE setPointSize NOTIFY pointSizeChanged)
+    /// As heavy as semibold text beside it.
+    Q_PROPERTY(bool semibold READ isSemibold WRITE setSemibold NOTIFY semiboldChanged)
 
 public:
     explicit Symbol(QQuickItem* parent = nullptr);
@@ -25,6 +27,9 @@ public:
     double pointSize() const { return m_pointSize; }
     void setPointSize(double pointSize);
 
+    bool isSemibold() const { return m_isSemibold; }
+    void setSemibold(bool semibold);
+
     static bool exists(const QString& name);
 
     void paint(QPainter* painter) override;
@@ -33,9 +38,11 @@ Q_SIGNALS:
     void nameChanged();
     void colorChanged();
     void pointSizeChanged();
+    void semiboldChanged();
 
 private:
     QString m_name;
     QColor m_color = Qt::white;
     double m_pointSize = 13;
+    bool m_isSemibold = false;
 };

@@ -6,6 +6,7 @@ import signal
 import pytest
 
 from harness.desktop import Desktop
+from harness.helper import Helper
 from harness.sway import SwayDesktop
 
 
@@ -79,6 +80,20 @@ def desktop(request):
 def sway_desktop(request):
     """A running Wayland desktop without Quillbar; options as for `desktop`."""
     yield from _run(request, SwayDesktop(**_options(request)))
+
+
+@pytest.fixture
+def start_helper(desktop):
+    """Starts the helper programs of tests/helpers by their names."""
+    running = []
+
+    def start(name):
+        running.append(Helper(desktop, name))
+        return running[-1]
+
+    yield start
+    for helper in running:
+        helper.close()
 
 
 @pytest.fixture

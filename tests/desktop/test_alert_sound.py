@@ -9,34 +9,30 @@ import tempfile
 
 import pytest
 
-from harness.processes import Process
+from harness.sound import SoundServer, heard
 from harness.waiting import wait_until
 
 BEEPER = pathlib.Path(
     os.environ.get("QUILLBAR_BEEPER")
     or pathlib.Path(__file__).parents[2] / "build" / "release" / "bin" / "quillbar_beeper"
 )
-SINK = "quiet"
 
 
-class SoundSession:
+class SoundSession(SoundServer):
     """A sound server, a listener and a program that beeps, in folders of their own."""
 
     def __init__(self):
         # Short, since the path of a socket has few bytes.
-        self.folder = pathlib.Path(tempfile.mkdtemp(prefix="quillbar-sound-"))
-        self.runtime = self.folder / "run"
-        self.runtime.mkdir(mode=0o700)
-        client = self.folder / "client.conf"
-        client.write_text("autospawn = no\n")
-        self.environment = {
+        folder = pathlib.Path(tempfile.mkdtemp(prefix="quillbar-sound-"))
+        runtime = folder / "run"
+        runtime.mkdir(mode=0o700)
+        environment = {
             "PATH": os.environ["PATH"],
             "LANG": "C.UTF-8",
-            "HOME": str(self.folder),
-            "XDG_RUNTIME_DIR": str(self.runtime),
-            "PULSE_CLIENTCONFIG": str(client),
+            "HOME": str(folder),
+            "XDG_RUNTIME_DIR": str(runtime),
         }
-        self.running = []
+        super().__init__(folder, environment)
         self.asked = 0
         self.answers = self.folder / "answers"
         self.complaints = self.folder / "complaints"
@@ -48,36 +44,6 @@ class SoundSession:
                 stdout=answers,
                 stderr=complaints,
             )
-
-    def start(self, name, argv):
-        process = Process(name, argv, self.environment, self.folder / f"{name}-{len(self.running)}")
-        self.running.append(process)
-        return process
-
-    def start_server(self):
-        """A sound server with nothing but a null sink, answering and listened to."""
-        server = self.start(
-            "pulseaudio",
-            ["pulseaudio", "-n", "--daemonize=no", "--use-pid-file=no", "--exit-idle-time=-1"]
-            + ["--disallow-exit", "--log-target=stderr"]
-            + ["-L", f"module-null-sink sink_name={SINK}"]
-            + ["-L", "module-native-protocol-unix auth-anonymous=1"],
-        )
-        wait_until(lambda: self.answers_calls() or not server.running, what="the sound server answers")
-        assert server.running, server.output
-        return server
-
-    def answers_calls(self):
-        call = ["pactl", "list", "short", "sinks"]
-        return SINK in subprocess.run(call, env=self.environment, capture_output=True, text=True).stdout
-
-    def listen(self):
-        """The listener, at work: what the sink plays from now on comes to its output."""
-        listener = self.start(
-            "parec", ["parec", f"--device={SINK}.monitor", "--raw", "--format=s16le", "--latency-msec=20"]
-        )
-        wait_until(lambda: listener.log.stat().st_size, what="the listener records")
-        return listener
 
     def beep(self):
         """Ask for the sound; the call in the program has returned."""
@@ -94,17 +60,10 @@ class SoundSession:
         self.beeper.stdin.close()
         assert self.beeper.wait(timeout=10) == 0
 
-    def connections(self):
-        """How many programs are connected to the server, this question's own connection left out."""
-        call = ["pactl", "list", "short", "clients"]
-        reply = subprocess.run(call, env=self.environment, capture_output=True, text=True, check=True)
-        return sum("pactl" not in line for line in reply.stdout.splitlines())
-
     def close(self):
         self.beeper.kill()
         self.beeper.wait()
-        for process in reversed(self.running):
-            process.kill()
+        super().close()
         shutil.rmtree(self.folder)
 
 
@@ -113,10 +72,6 @@ def sound():
     session = SoundSession()
     yield session
     session.close()
-
-
-def heard(listener):
-    return any(listener.log.read_bytes())
 
 
 def test_the_alert_is_heard(sound):

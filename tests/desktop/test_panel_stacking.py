@@ -122,13 +122,21 @@ def test_a_screen_locker_stays_uncovered(desktop):
     wait_until_above(desktop, client, "before the screen is locked")
     locker = desktop.locker()
     # Things go on beneath: windows come up and the pointer moves.
-    full_client(desktop, (30, 150, 30), "later", hidden=True)
-    locker.raise_()
+    later = full_client(desktop, (30, 150, 30), "later", hidden=True)
     x, _ = desktop.top_centre
-    wait_until(lambda: desktop.x.pixel(x, 10) == locker.colour, what="the locker covers the notch")
+
+    def locked():
+        # A window manager may bring the later window up late; lockers raise themselves then.
+        locker.raise_()
+        return desktop.x.pixel(x, 10) == locker.colour and desktop.x.stack_index(
+            locker.window
+        ) > desktop.x.stack_index(later.window)
+
+    wait_until(locked, what="the locker covers the notch")
     desktop.point_at_notch()
     desktop.point_away()
     app.wait_until_idle()
+    wait_until(locked, what="the locker covers the notch again")
     holds_for(
         lambda: desktop.x.pixel(x, 10) == locker.colour
         and desktop.x.stack_index(locker.window) > desktop.x.stack_index(desktop.panel.window),

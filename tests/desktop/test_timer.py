@@ -1,19 +1,13 @@
 """The timer as a user meets it: found, set, started, left running beside the closed notch."""
 
-import json
-
 import pytest
+from harness.clock import WallClock
 from harness.drawing import extent, matches
+from harness.sound import SoundServer, heard
 from harness.waiting import wait_until
 
 MANAGERS = ("openbox+picom", "openbox")
 BLACK = (0, 0, 0)
-
-
-def configure(desktop, **settings):
-    folder = desktop.config_home / "Quillbar"
-    folder.mkdir(mode=0o700)
-    (folder / "defaults.json").write_text(json.dumps(settings))
 
 
 def in_sight(desktop, app, name, role=None):
@@ -115,8 +109,8 @@ def test_assistive_software_names_and_presses_every_control(desktop):
 
 
 def test_preferences_are_read_at_the_start(desktop):
-    configure(
-        desktop, accentColorHex="#FF0000", notchFrameEnabled=True, timerPresets=[7], enabledModuleIDs=["a"]
+    desktop.configure(
+        accentColorHex="#FF0000", notchFrameEnabled=True, timerPresets=[7], enabledModuleIDs=["a"]
     )
     desktop.backdrop()
     app = desktop.launch()
@@ -131,3 +125,97 @@ def test_preferences_are_read_at_the_start(desktop):
     wait_until(red, what="the frame is drawn in the accent")
     shot = desktop.screenshot()
     assert extent(matches(shot, BLACK)) is not None
+
+
+@pytest.mark.parametrize("desktop", [{"wm": wm} for wm in MANAGERS], indirect=True, ids=MANAGERS)
+def test_glass_lets_the_desktop_through_where_somebody_composites(desktop):
+    desktop.configure(notchGlass=True)
+    backdrop = desktop.backdrop()
+    app = desktop.launch()
+    desktop.open_panel()
+    place = desktop.panel.geometry
+
+    def spot():
+        """A place of the pane without content."""
+        return desktop.x.pixel(place.x + 40, place.y + 120)
+
+    wait_until(lambda: spot() not in (BLACK, backdrop.colour), what="the pane has grown, not in black")
+    app.wait_until_idle()
+    red, _, blue = spot()
+    assert (red > blue + 10) == (desktop.wm == "openbox+picom"), "the backdrop's red is seen through it"
+
+
+def test_the_icon_bar_selects_the_timer(desktop):
+    app = desktop.launch()
+    desktop.open_panel()
+    icon = control(desktop, app, "Timer", "radio button")
+    click(desktop, app, "Timer", "radio button")
+    wait_until(lambda: icon.checked, what="the icon is told as the chosen one")
+
+
+def test_the_closed_panel_shows_assistive_software_only_the_running_time(desktop):
+    app = desktop.launch()
+
+    def shown():
+        return [node.name for _, node in desktop.accessible(app).children[0].walk() if node.showing][1:]
+
+    assert shown() == []
+    open_timer(desktop, app)
+    click(desktop, app, "Stopwatch")
+    click(desktop, app, "Start")
+    wait_until(lambda: "Pause" in shown(), what="the controls are told")
+    desktop.point_away()
+    desktop.panel.wait_until_closed()
+    times = wait_until(lambda: len(shown()) == 1 and shown(), what="the time alone is told")
+    wait_until(lambda: len(shown()) == 1 and shown() != times, what="it counts")
+
+
+@pytest.fixture
+def sound(desktop):
+    server = SoundServer(desktop.root, desktop.env)
+    server.start_server()
+    yield server
+    server.close()
+
+
+def run_a_minute(desktop, **settings):
+    """A countdown of a minute, running beside the closed notch; the program and its wall clock."""
+    desktop.configure(**settings)
+    clock = WallClock(desktop.root)
+    app = desktop.launch(clock.environment)
+    open_timer(desktop, app)
+    click(desktop, app, "1m")
+    click(desktop, app, "Start")
+    control(desktop, app, "Pause")
+    desktop.point_away()
+    desktop.panel.wait_until_closed()
+    return app, clock
+
+
+# A clock that is far ahead all at once is what a machine that slept finds.
+@pytest.mark.parametrize("ahead", [57, 3600], ids=["counted down", "slept past the end"])
+def test_at_zero_the_alert_is_heard_and_the_peek_goes(desktop, sound, ahead):
+    listener = sound.listen()
+    bare = peek_pixels(desktop)
+    app, clock = run_a_minute(desktop)
+    wait_until(lambda: peek_pixels(desktop) != bare, what="the time stands beside the notch")
+    assert not heard(listener)
+    clock.set_ahead(ahead)
+    wait_until(lambda: heard(listener), what="the alert is heard")
+    wait_until(lambda: peek_pixels(desktop) == bare, what="the peek is gone")
+    open_timer(desktop, app)
+    control(desktop, app, "0:00")
+    click(desktop, app, "Start")
+    control(desktop, app, "Pause")
+    wait_until(lambda: in_sight(desktop, app, "0:00") is None, what="the minute runs again")
+
+
+def test_at_zero_there_is_silence_where_the_sound_is_off(desktop, sound):
+    listener = sound.listen()
+    app, clock = run_a_minute(desktop, timerSoundEnabled=False)
+    clock.set_ahead(60)
+    open_timer(desktop, app)
+    control(desktop, app, "0:00")
+    app.wait_until_idle()
+    assert sound.connections() == 1, "the listener's alone"
+    assert not heard(listener)

@@ -1,9 +1,12 @@
 #pragma once
 
 #include "fakes/FakeAlertSound.h"
+#include "fakes/FakeImageCodec.h"
+#include "fakes/FakePasteboard.h"
 #include "fakes/FakePointerMonitor.h"
 #include "fakes/FakeScreens.h"
 #include "fakes/FakeWindowServer.h"
+#include "fakes/FakeWorkspace.h"
 #include "fakes/ManualClock.h"
 #include "fakes/ManualMainQueue.h"
 #include "platform/Platform.h"
@@ -20,8 +23,24 @@ struct FakePlatform
     FakePointerMonitor pointer;
     FakeWindowServer windowServer;
     FakeAlertSound alertSound;
+    FakePasteboard pasteboard;
+    FakeWorkspace workspace;
+    FakeImageCodec imageCodec;
     QTemporaryDir folder;
     UserDefaults userDefaults{folder.filePath(QStringLiteral("defaults.json"))};
 
-    Platform ports() { return {clock, mainQueue, screens, pointer, windowServer, alertSound, userDefaults}; }
+    Platform ports()
+    {
+        return {clock,
+                mainQueue,
+                screens,
+                pointer,
+                windowServer,
+                alertSound,
+                pasteboard,
+                workspace,
+                imageCodec,
+                userDefaults,
+                folder.filePath(QStringLiteral("support"))};
+    }
 };

@@ -1,5 +1,7 @@
 #include "PanelTest.h"
 
+#include "shell/NotchFrameItem.h"
+
 #include <QAccessible>
 
 using testing::Contains;
@@ -126,8 +128,45 @@ TEST_F(NotchRootViewTest, WithTheActiveModuleDisabledTheFirstVisibleOneIsShownAn
     EXPECT_THAT(texts(), Contains(u"Pomodoro"_qs));
     enable({u"vitals"_qs, u"calendar"_qs, u"mirror"_qs});
     EXPECT_EQ(activeID(), u"vitals"_qs);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !texts().contains(u"Pomodoro"_qs); }));
+}
+
+TEST_F(NotchRootViewTest, ASelectionThatIsNotOfferedOutlivesAReordering)
+{
+    delegate.settings().setEnabledModuleIDs({u"vitals"_qs, u"calendar"_qs, u"mirror"_qs});
+    launchOpen(u"media"_qs);
+    delegate.settings().moveModule(1, 4);
+    platform.mainQueue.runUntilIdle();
     settle();
-    EXPECT_THAT(texts(), Not(Contains(u"Pomodoro"_qs)));
+    EXPECT_EQ(activeID(), u"media"_qs);
+    enable({u"vitals"_qs, u"calendar"_qs, u"timer"_qs});
+    EXPECT_EQ(activeID(), u"calendar"_qs);
+}
+
+TEST_F(NotchRootViewTest, TheIconOfTheSelectedModuleIsMarkedAndNoOther)
+{
+    launchOpen(u"vitals"_qs);
+    for (const auto& id : {u"media"_qs, u"vitals"_qs, u"calendar"_qs, u"mirror"_qs})
+        EXPECT_EQ(control(id)->property("isSelected").toBool(), id == u"vitals") << qUtf8Printable(id);
+}
+
+TEST_F(NotchRootViewTest, TheContentComesOnceTheShapeHasGrownAndGoesAtOnce)
+{
+    launch();
+    auto* content = drawer()->findChild<QQuickItem*>(u"content"_qs);
+    ASSERT_NE(content, nullptr);
+    const auto grown = [&] { return (drawerRect().width() - 200) / 400; };
+    delegate.setPinned(true);
+    // On one clock with the fade: in 0.12 seconds the shape's spring covers half of its way.
+    ASSERT_TRUE(QTest::qWaitFor([&] { return content->opacity() > 0; }));
+    EXPECT_GT(grown(), 0.5);
+    settle();
+    EXPECT_EQ(content->opacity(), 1.0);
+    delegate.setPinned(false);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return grown() < 0.8; }));
+    EXPECT_LT(content->opacity(), 1.0);
+    settle();
+    EXPECT_EQ(content->opacity(), 0.0);
 }
 
 TEST_F(NotchRootViewTest, WithNoVisibleModuleTheSelectionStands)
@@ -139,11 +178,11 @@ TEST_F(NotchRootViewTest, WithNoVisibleModuleTheSelectionStands)
     EXPECT_THAT(texts(), ElementsAre());
 }
 
-TEST_F(NotchRootViewTest, AnIDThatIsNotVisibleShowsTheFirstModuleWithoutBeingChanged)
+TEST_F(NotchRootViewTest, AnIDThatNoModuleHasMarksTheOneShownInsteadAndIsNotChanged)
 {
     launchOpen(u"nothing"_qs);
     EXPECT_EQ(activeID(), u"nothing"_qs);
-    EXPECT_EQ(delegate.registry().shownID(activeID()), u"media"_qs);
+    EXPECT_TRUE(control(u"media"_qs)->property("isSelected").toBool());
 }
 
 TEST_F(NotchRootViewTest, WithAPeekingModuleAndThePanelOpenOnlyTheDrawerShows)
@@ -171,8 +210,10 @@ TEST_F(NotchRootViewTest, PeeksHugTheNotchEightPointsAway)
     EXPECT_EQ(frame.size(), QSizeF(22, 18));
     const auto time =
         visibleItems([](QQuickItem* item) { return item->property("fadeSeconds").isValid(); }).first();
-    EXPECT_EQ(time->mapToScene({}).x(), 400 + 8);
-    EXPECT_GE(time->parentItem()->width(), 44);
+    const auto timeFrame = time->parentItem()->mapRectToScene(QRectF({}, time->parentItem()->size()));
+    EXPECT_EQ(timeFrame.left(), 400 + 8);
+    EXPECT_GE(timeFrame.width(), 44);
+    EXPECT_NEAR(time->mapRectToScene(QRectF({}, time->size())).center().x(), timeFrame.center().x(), 0.5);
 }
 
 TEST_F(NotchRootViewTest, WhereNothingCompositesThePeeksBelongToTheOutline)
@@ -187,6 +228,11 @@ TEST_F(NotchRootViewTest, WhereNothingCompositesThePeeksBelongToTheOutline)
     EXPECT_TRUE(platform.windowServer.outline->contains(QPoint(180, 12)));
     EXPECT_TRUE(platform.windowServer.outline->contains(QPoint(420, 12)));
     EXPECT_FALSE(platform.windowServer.outline->contains(QPoint(100, 12)));
+    // They hang from the top edge, with room around them and apart from the notch.
+    EXPECT_TRUE(platform.windowServer.outline->contains(QPoint(166, 0)));
+    EXPECT_TRUE(platform.windowServer.outline->contains(QPoint(455, 0)));
+    EXPECT_FALSE(platform.windowServer.outline->contains(QPoint(198, 12)));
+    EXPECT_EQ(at(404, 12), QColor(Qt::black));
     delegate.setPinned(true);
     settle();
     EXPECT_EQ(platform.windowServer.outline->boundingRect(), QRect(0, 0, 600, 240));
@@ -217,6 +263,29 @@ TEST_F(NotchRootViewTest, TheFrameIsDrawnInTheAccentWhileOpen)
     delegate.setPinned(false);
     settle();
     EXPECT_EQ(at(300, 0), QColor(Qt::black));
+}
+
+TEST_F(NotchRootViewTest, TheFrameComesAndGoesWithThePanelAndInItsOwnTimeWhenSwitched)
+{
+    delegate.settings().setNotchFrameEnabled(true);
+    launch();
+    auto* frame = window().findChild<NotchFrameItem*>();
+    ASSERT_NE(frame, nullptr);
+    const auto grown = [&] { return (drawerRect().width() - 200) / 400; };
+    delegate.setPinned(true);
+    bool wasHalfWay = false;
+    ASSERT_TRUE(QTest::qWaitFor([&] {
+        EXPECT_NEAR(frame->opacity(), grown(), 0.01);
+        wasHalfWay = wasHalfWay || (frame->opacity() > 0.05 && frame->opacity() < 0.95);
+        return frame->opacity() == 1;
+    }));
+    EXPECT_TRUE(wasHalfWay);
+    settle();
+    delegate.settings().setNotchFrameEnabled(false);
+    EXPECT_EQ(frame->opacity(), 1.0);
+    settle();
+    EXPECT_EQ(frame->opacity(), 0.0);
+    EXPECT_EQ(drawerRect().width(), 600);
 }
 
 TEST_F(NotchRootViewTest, GlassIsTranslucentOnlyWhileOpenAndOnlyWhereSomethingBlends)

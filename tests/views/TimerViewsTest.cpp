@@ -1,36 +1,10 @@
-#include "PanelTest.h"
-
-#include "ui/ProgressRing.h"
+#include "TimerViewsFixture.h"
 
 using testing::Contains;
 using testing::ElementsAre;
 using testing::IsSupersetOf;
-using testing::Not;
 
-namespace {
-class TimerViewsTest : public PanelTest
-{
-protected:
-    TimerService& service() { return delegate.timerService(); }
-
-    void advance(double seconds)
-    {
-        platform.mainQueue.advance(seconds);
-        QCoreApplication::processEvents();
-    }
-
-    /// The ring or dial in sight.
-    ProgressRing* ring()
-    {
-        const auto found = visibleItems([](QQuickItem* item) { return item->inherits("ProgressRing"); });
-        return found.size() == 1 ? qobject_cast<ProgressRing*>(found.first()) : nullptr;
-    }
-
-    QColor tint() { return ring()->property("tint").value<QColor>(); }
-
-    const QColor green = QColor::fromRgbF(0.35F, 0.78F, 0.62F);
-};
-} // namespace
+using TimerViewsTest = TimerViewsFixture;
 
 TEST_F(TimerViewsTest, TheTimerShowsModesTimePresetsAndControls)
 {
@@ -40,14 +14,6 @@ TEST_F(TimerViewsTest, TheTimerShowsModesTimePresetsAndControls)
     EXPECT_THAT(symbols(), ElementsAre(u"timer"_qs, u"gobackward"_qs, u"play.fill"_qs, u"plus"_qs));
     ASSERT_NE(ring(), nullptr);
     EXPECT_EQ(ring()->shownFraction(), 1.0);
-}
-
-TEST_F(TimerViewsTest, APresetIsLoadedByATap)
-{
-    launchOpen();
-    tap(u"25m"_qs);
-    EXPECT_EQ(service().presetSeconds(), 1500.0);
-    EXPECT_THAT(texts(), Contains(u"25:00"_qs));
 }
 
 TEST_F(TimerViewsTest, TheRunCountsDownAndTheRingFollows)
@@ -90,11 +56,114 @@ TEST_F(TimerViewsTest, AfterAnAddedMinuteTheRingSimplyShowsFull)
     EXPECT_EQ(ring()->shownFraction(), 1.0);
 }
 
-TEST_F(TimerViewsTest, WithoutPresetsThereAreNoChips)
+TEST_F(TimerViewsTest, TheColonStandsAtTheMiddleOfTheDigits)
 {
-    delegate.settings().setTimerPresets({});
     launchOpen();
-    EXPECT_THAT(texts(), ElementsAre(u"Timer"_qs, u"Pomodoro"_qs, u"Stopwatch"_qs, u"5:00"_qs));
+    service().setPreset(11 * 60 + 11);
+    settle();
+    const auto found = visibleItems([](QQuickItem* item) { return item->property("fadeSeconds") == 0.2; });
+    ASSERT_EQ(found.size(), 1);
+    const auto shown = picture();
+    QList<QRect> inks;
+    for (auto* item : visibleItems([](QQuickItem* item) { return item->property("isDigit").isValid(); })) {
+        const auto cell = item->mapRectToScene(QRectF({}, item->size())).toRect();
+        QRegion ink;
+        for (int y = cell.top(); y <= cell.bottom(); ++y) {
+            for (int x = cell.left(); x <= cell.right(); ++x) {
+                if (shown.pixelColor(x, y).red() > 128)
+                    ink += QRect(x, y, 1, 1);
+            }
+        }
+        inks.append(ink.boundingRect());
+    }
+    ASSERT_EQ(inks.size(), 5);
+    EXPECT_LE(std::abs(inks[2].center().y() - inks[1].center().y()), 1);
+}
+
+TEST_F(TimerViewsTest, AChangeOfModeMovesNeitherTheRingNorTheSwitcher)
+{
+    launchOpen();
+    const auto places = [&] {
+        QList<QPointF> places;
+        for (auto* item : visibleItems([](QQuickItem* item) { return item->inherits("ProgressRing"); }))
+            places.append(item->mapToScene({}));
+        return places;
+    };
+    const auto home = places().first();
+    for (const auto& mode : {u"Pomodoro"_qs, u"Stopwatch"_qs, u"Timer"_qs}) {
+        tap(mode);
+        bool isSettled = false;
+        EXPECT_TRUE(QTest::qWaitFor([&] {
+            for (const auto& place : places())
+                EXPECT_EQ(place, home) << qUtf8Printable(mode);
+            isSettled = places().size() == 1 && control(mode) != nullptr;
+            return isSettled;
+        }));
+    }
+}
+
+TEST_F(TimerViewsTest, AChangeOfModeFadesItsPartsAndSlidesTheControls)
+{
+    launchOpen();
+    const auto home = control(u"Start"_qs)->mapToScene({});
+    auto* added = control(u"Add a minute"_qs);
+    tap(u"Stopwatch"_qs);
+    bool wasHalfWay = false;
+    EXPECT_TRUE(QTest::qWaitFor([&] {
+        const double opacity = added->parentItem()->opacity();
+        const double moved = control(u"Start"_qs)->mapToScene({}).x() - home.x();
+        wasHalfWay = wasHalfWay || (opacity > 0.05 && opacity < 0.95 && moved > 1 && moved < 22);
+        return opacity == 0;
+    }));
+    EXPECT_TRUE(wasHalfWay);
+    settle();
+    EXPECT_EQ(control(u"Add a minute"_qs), nullptr);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return control(u"Start"_qs)->mapToScene({}).x() == home.x() + 23; }));
+}
+
+TEST_F(TimerViewsTest, StartTurnsIntoPauseInAShortAnimation)
+{
+    launchOpen();
+    tap(u"Start"_qs);
+    EXPECT_THAT(symbols(), IsSupersetOf({u"play.fill"_qs, u"pause.fill"_qs}));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !symbols().contains(u"play.fill"_qs); }));
+    EXPECT_THAT(symbols(), Contains(u"pause.fill"_qs));
+}
+
+TEST_F(TimerViewsTest, DigitsStandEvenlyWhateverTheyAre)
+{
+    launchOpen();
+    const auto cells = [&] {
+        QList<double> lefts;
+        for (auto* item : visibleItems([](QQuickItem* item) { return item->property("isDigit").isValid(); }))
+            lefts.append(item->mapToScene({}).x());
+        return lefts;
+    };
+    service().setPreset(11 * 60 + 11);
+    settle();
+    const auto narrow = cells();
+    service().setPreset(44 * 60 + 44);
+    settle();
+    EXPECT_EQ(cells(), narrow);
+}
+
+TEST_F(TimerViewsTest, TabReachesEveryControlOfEachMode)
+{
+    launchOpen();
+    window().requestActivate();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window()));
+    for (const auto& mode : {u"Timer"_qs, u"Pomodoro"_qs, u"Stopwatch"_qs}) {
+        tap(mode);
+        settle();
+        const auto names = controlNames();
+        QStringList reached;
+        for (qsizetype i = 0; i < names.size(); ++i) {
+            QTest::keyClick(&window(), Qt::Key_Tab);
+            ASSERT_NE(window().activeFocusItem(), nullptr);
+            reached.append(window().activeFocusItem()->property("name").toString());
+        }
+        EXPECT_THAT(reached, testing::UnorderedElementsAreArray(names)) << qUtf8Printable(mode);
+    }
 }
 
 TEST_F(TimerViewsTest, ThePomodoroShowsItsPhaseAndTheRoundsDone)
@@ -166,6 +235,7 @@ TEST_F(TimerViewsTest, TheSweepMovesBetweenTicksAndStandsStillWhilePaused)
 {
     launchOpen();
     tap(u"Stopwatch"_qs);
+    settle();
     tap(u"Start"_qs);
     const double before = ring()->fraction();
     EXPECT_TRUE(QTest::qWaitFor([&] { return ring()->fraction() > before; }));

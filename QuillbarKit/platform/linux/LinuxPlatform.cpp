@@ -1,11 +1,14 @@
 #include "platform/linux/LinuxPlatform.h"
 
 #include "platform/linux/dbus/SessionInstanceOwner.h"
+#include "platform/linux/images/QtImageCodec.h"
 #include "platform/linux/sound/CanberraAlertSound.h"
 #include "platform/linux/x11/X11Connection.h"
+#include "platform/linux/x11/X11Pasteboard.h"
 #include "platform/linux/x11/X11PointerMonitor.h"
 #include "platform/linux/x11/X11Screens.h"
 #include "platform/linux/x11/X11WindowServer.h"
+#include "platform/linux/x11/X11Workspace.h"
 #include "support/AppPaths.h"
 #include "support/Clock.h"
 #include "support/QtMainQueue.h"
@@ -26,10 +29,14 @@ struct LinuxPlatform::Parts
     X11Connection screensConnection;
     X11Connection pointerConnection;
     X11Connection windowsConnection;
+    X11Connection workspaceConnection;
     X11Screens screens{screensConnection, mainQueue};
     X11PointerMonitor pointerMonitor{pointerConnection, screens, pointerConnection.isXWayland()};
     X11WindowServer windowServer{windowsConnection, windowsConnection.isXWayland()};
     CanberraAlertSound alertSound;
+    QtImageCodec imageCodec;
+    X11Pasteboard pasteboard{imageCodec, mainQueue, [this] { return workspace.frontmostApplication(); }};
+    X11Workspace workspace{workspaceConnection, DesktopEntries::ofSession()};
     UserDefaults userDefaults{AppPaths::configDirectory() + QStringLiteral("/defaults.json")};
 };
 
@@ -96,8 +103,10 @@ LinuxPlatform::~LinuxPlatform() = default;
 
 Platform LinuxPlatform::ports()
 {
-    return {m_parts->clock,        m_parts->mainQueue,  m_parts->screens,     m_parts->pointerMonitor,
-            m_parts->windowServer, m_parts->alertSound, m_parts->userDefaults};
+    return {m_parts->clock,          m_parts->mainQueue,          m_parts->screens,
+            m_parts->pointerMonitor, m_parts->windowServer,       m_parts->alertSound,
+            m_parts->pasteboard,     m_parts->workspace,          m_parts->imageCodec,
+            m_parts->userDefaults,   AppPaths::supportDirectory()};
 }
 
 InstanceOwner& LinuxPlatform::instanceOwner()

@@ -10,6 +10,8 @@ from .waiting import wait_until
 
 _FLAGS = Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT | Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION
 _ACCESSIBLE = "org.a11y.atspi.Accessible"
+# Numbers of the protocol's states.
+_CHECKED, _SHOWING = 4, 25
 _REGISTRY = ("org.a11y.atspi.Registry", "/org/a11y/atspi/accessible/root")
 
 
@@ -48,6 +50,18 @@ class Accessible:
     @property
     def children(self):
         return [Accessible(self._bus, name, path) for name, path in self._call(_ACCESSIBLE, "GetChildren")[0]]
+
+    def _has_state(self, number):
+        return bool(self._call(_ACCESSIBLE, "GetState")[0][number // 32] >> number % 32 & 1)
+
+    @property
+    def checked(self):
+        return self._has_state(_CHECKED)
+
+    @property
+    def showing(self):
+        """Whether it is on the screen, as far as the program knows."""
+        return self._has_state(_SHOWING)
 
     @property
     def text(self):

@@ -141,9 +141,9 @@ class Desktop(Session):
 
     # -- programs ------------------------------------------------------------------------------
 
-    def launch(self, env=None, arguments=()):
+    def launch(self, env=None, arguments=(), under=()):
         """Start Quillbar and wait until its panel is on the screen and it has come to rest."""
-        app = self.start_quillbar(env, arguments)
+        app = self.start_quillbar(env, arguments, under)
 
         def shown():
             assert app.running, f"the program ended with {app.status}: {app.output}"
@@ -194,6 +194,12 @@ class Desktop(Session):
             timeout=10,
             stdout=subprocess.PIPE,
         ).stdout.decode()
+
+    def clipboard_targets(self):
+        """What the clipboard's owner offers; nothing where there is none."""
+        command = ["xclip", "-selection", "clipboard", "-out", "-target", "TARGETS"]
+        answer = subprocess.run(command, env=self.env, timeout=10, capture_output=True)
+        return answer.stdout.decode().split()
 
     def accessible(self, app):
         """The root of the program's accessibility tree."""

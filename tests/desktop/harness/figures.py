@@ -41,8 +41,15 @@ class Figures:
 
     def pss_kib(self):
         """Proportional set size in KiB."""
+        return self._memory()["Pss"]
+
+    def own_memory_kib(self):
+        """What the process itself has filled: heap, stacks and pictures shared with the display, but no
+        pages of files, whose share depends on who else uses them."""
+        memory = self._memory()
+        return memory["Pss_Anon"] + memory["Pss_Shmem"]
+
+    def _memory(self):
         with open(f"/proc/{self.pid}/smaps_rollup", encoding="utf-8") as stream:
-            for line in stream:
-                if line.startswith("Pss:"):
-                    return int(line.split()[1])
-        raise AssertionError("no Pss in smaps_rollup")
+            lines = [line.split() for line in stream]
+        return {words[0].rstrip(":"): int(words[1]) for words in lines if words[0].endswith(":")}

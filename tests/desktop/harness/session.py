@@ -1,5 +1,6 @@
 """What an X11 and a Wayland session have in common: folders, bus, clean environment, the program."""
 
+import json
 import os
 import pathlib
 import pwd
@@ -7,6 +8,7 @@ import shutil
 import tempfile
 import time
 
+from . import clock
 from .figures import Figures
 from .processes import Process, kill_leftovers, read_line_from
 from .waiting import wait_until
@@ -75,6 +77,11 @@ class Session:
                 os.chown(path, self.user.pw_uid, self.user.pw_gid)
         return path
 
+    def configure(self, **settings):
+        """Write the preferences that the program finds at its start."""
+        folder = self._folder("home/.config/Quillbar")
+        (folder / "defaults.json").write_text(json.dumps(settings))
+
     # -- processes -------------------------------------------------------------------------
 
     def start(self, name, argv, env=None, kind=Process, pass_fds=()):
@@ -135,11 +142,11 @@ class Session:
             copy.chmod(0o755)
         return copy
 
-    def start_quillbar(self, env=None, arguments=()):
-        """Start the program without waiting for anything."""
+    def start_quillbar(self, env=None, arguments=(), under=()):
+        """Start the program without waiting for anything; `under` is a command that becomes the program."""
         additions = {"QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1", "NO_AT_BRIDGE": None}
         additions.update(env or {})
-        return self.start("quillbar", [self.binary(), *arguments], additions, kind=App)
+        return self.start("quillbar", [*under, self.binary(), *arguments], additions, kind=App)
 
     # -- end -------------------------------------------------------------------------------
 
@@ -165,6 +172,7 @@ class Session:
                 process.end()
             else:
                 process.kill()
+            clock.forget(process.pid)
         kill_leftovers(self.root)
         shutil.rmtree(self.root, ignore_errors=True)
 

@@ -116,7 +116,7 @@ bool isOfType(const QVariant& value, const QByteArray& text)
     case QMetaType::Int:
         return JsonObject::decode<qint64>(text).has_value();
     case QMetaType::Double:
-        return JsonObject::decode<double>(text).has_value();
+        return JsonObject::decode<double>(text) || JsonObject::decode<qint64>(text);
     case QMetaType::QString:
         return JsonObject::decode<QString>(text).has_value();
     default:
@@ -138,6 +138,19 @@ TEST(SettingRowsTest, TheRowsAreAllThereIsInTheirOrder)
         expected.emplace_back(row.name);
     EXPECT_EQ(declared, expected);
     EXPECT_EQ(QuillbarSettings::allModuleIDs(), allIDs);
+}
+
+TEST(DoubleSettingTest, AWholeNumberIsAFractionToo)
+{
+    SavedFolder folder;
+    for (const auto& [text, expected] : {std::pair("0", 0.0), {"1", 1.0}, {"0.5", 0.5}}) {
+        folder.put(QStringLiteral("store.json"), QByteArray("{\"lyricsBackgroundOpacity\": ") + text + "}");
+        UserDefaults defaults(folder.file());
+        EXPECT_EQ(QuillbarSettings(defaults).lyricsBackgroundOpacity(), expected) << text;
+    }
+    folder.put(QStringLiteral("store.json"), R"({"lyricsBackgroundOpacity": false})");
+    UserDefaults defaults(folder.file());
+    EXPECT_EQ(QuillbarSettings(defaults).lyricsBackgroundOpacity(), 1.0) << "false is no number";
 }
 
 TEST_P(SettingRowsTest, AMissingKeyGivesTheDefault)

@@ -34,6 +34,14 @@ private:
 const QString staleName = QStringLiteral(".quillbar-saving-0123456789abcdef0123456789abcdef.tmp");
 } // namespace
 
+TEST_F(AtomicFileTest, PutsPiecesTogether)
+{
+    EXPECT_TRUE(AtomicFile::write(folder.file(), QList<QByteArray>{"a", {}, QByteArray(100'000, 'b'), "c"}));
+    EXPECT_EQ(folder.read(), "a" + QByteArray(100'000, 'b') + "c");
+    EXPECT_TRUE(AtomicFile::write(folder.file(), QList<QByteArray>()));
+    EXPECT_EQ(folder.read(), "");
+}
+
 TEST_F(AtomicFileTest, MakesAndReplacesAFileAndLeavesNothingElse)
 {
     EXPECT_TRUE(AtomicFile::write(folder.file(), QByteArray("first")));

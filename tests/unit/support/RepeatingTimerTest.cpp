@@ -105,3 +105,29 @@ TEST_F(RepeatingTimerTest, TheHandlerMayReplaceTheTimer)
     queue.advance(2);
     EXPECT_THAT(beats, ElementsAre(1.5, 2.0));
 }
+
+TEST_F(RepeatingTimerTest, DozingCostsNothingAndWakingKeepsTheBeat)
+{
+    RepeatingTimer timer(queue, 1.0, record());
+    timer.doze();
+    EXPECT_EQ(queue.pendingCount(), 0u);
+    queue.advance(3.5);
+    timer.wake();
+    timer.wake();
+    queue.advance(1.5);
+    EXPECT_THAT(beats, ElementsAre(4.0, 5.0));
+}
+
+TEST_F(RepeatingTimerTest, TheHandlerMayDozeAndWake)
+{
+    std::unique_ptr<RepeatingTimer> timer;
+    timer = std::make_unique<RepeatingTimer>(queue, 0.7, [&] {
+        beats.push_back(queue.monotonicSeconds());
+        timer->doze();
+        if (beats.size() == 1)
+            timer->wake();
+    });
+    queue.advance(7);
+    EXPECT_THAT(beats, ElementsAre(DoubleEq(0.7), DoubleEq(1.4)));
+    EXPECT_EQ(queue.pendingCount(), 0u);
+}

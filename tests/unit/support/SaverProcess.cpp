@@ -12,9 +12,9 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-SaverProcess::SaverProcess(std::vector<std::string> arguments)
+SaverProcess::SaverProcess(std::vector<std::string> arguments, const std::string& executable)
 {
-    arguments.insert(arguments.begin(), QUILLBAR_SAVER);
+    arguments.insert(arguments.begin(), executable);
     std::vector<char*> pointers;
     for (auto& argument : arguments)
         pointers.push_back(argument.data());
@@ -26,12 +26,13 @@ SaverProcess::SaverProcess(std::vector<std::string> arguments)
     posix_spawn_file_actions_t actions;
     posix_spawn_file_actions_init(&actions);
     posix_spawn_file_actions_adddup2(&actions, ends[1], STDOUT_FILENO);
-    const int result = posix_spawn(&m_process, QUILLBAR_SAVER, &actions, nullptr, pointers.data(), environ);
+    const int result =
+        posix_spawn(&m_process, executable.c_str(), &actions, nullptr, pointers.data(), environ);
     posix_spawn_file_actions_destroy(&actions);
     close(ends[1]);
     m_output = ends[0];
     if (result != 0)
-        throw std::runtime_error("quillbar_saver does not start");
+        throw std::runtime_error(executable + " does not start");
 }
 
 SaverProcess::~SaverProcess()
@@ -71,7 +72,7 @@ SaverProcess::End SaverProcess::wait()
     }
     m_process = -1;
     if (WIFSIGNALED(status) && WTERMSIG(status) != SIGKILL)
-        ADD_FAILURE() << "quillbar_saver died of signal " << WTERMSIG(status);
+        ADD_FAILURE() << "the helper died of signal " << WTERMSIG(status);
 
     End end = {WIFSIGNALED(status), WIFEXITED(status) ? WEXITSTATUS(status) : -1, {}};
     std::istringstream lines(text);

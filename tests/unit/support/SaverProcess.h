@@ -4,11 +4,12 @@
 #include <sys/types.h>
 #include <vector>
 
-/// The helper quillbar_saver, run as a child process. See its main.cpp for the arguments.
+/// A helper that saves and prints, run as a child process: quillbar_saver, or another executable. See its
+/// main.cpp for the arguments.
 class SaverProcess
 {
 public:
-    explicit SaverProcess(std::vector<std::string> arguments);
+    explicit SaverProcess(std::vector<std::string> arguments, const std::string& executable = QUILLBAR_SAVER);
     ~SaverProcess();
     SaverProcess(const SaverProcess&) = delete;
     SaverProcess& operator=(const SaverProcess&) = delete;

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "platform/Workspace.h"
+#include "platform/linux/applications/DesktopEntries.h"
+#include "platform/linux/applications/WindowFacts.h"
+
+#include <QObject>
+
+#include <xcb/xcb.h>
+
+class X11Connection;
+
+/// Follows the window that the window manager calls active. A native Wayland window is not seen here, and
+/// then no program is in front. Our own windows don't count: when one of them becomes active, nothing
+/// changes.
+class X11Workspace final : public QObject, public Workspace
+{
+    Q_OBJECT
+
+public:
+    /// `connection` must be given over to this object alone and outlive it. `processes` is where the system
+    /// shows its processes.
+    X11Workspace(X11Connection& connection, DesktopEntries applications,
+                 QString processes = QStringLiteral("/proc"), QObject* parent = nullptr);
+
+    std::optional<QString> frontmostApplication() const override;
+    std::optional<QString> applicationName(const QString& bundleIdentifier) const override;
+    std::optional<QImage> applicationIcon(const QString& bundleIdentifier, int pixels) const override;
+
+private:
+    struct Requests;
+
+    void readFront();
+    void watch(xcb_window_t window);
+    std::optional<WindowFacts> factsOf(xcb_window_t window, bool& isOurs) const;
+    qint64 processOf(const Requests& requests) const;
+
+    X11Connection& m_connection;
+    QString m_processes;
+    xcb_atom_t m_activeWindow = XCB_ATOM_NONE;
+    xcb_atom_t m_gtkApplicationId = XCB_ATOM_NONE;
+    xcb_atom_t m_kdeDesktopFile = XCB_ATOM_NONE;
+    xcb_atom_t m_processId = XCB_ATOM_NONE;
+    /// Whose end we are told of: the one that is active, or was when last looked at.
+    xcb_window_t m_watchedWindow = XCB_WINDOW_NONE;
+    bool m_tellsProcesses = false;
+    bool m_hasChanged = false;
+    std::optional<WindowFacts> m_front;
+
+    // What was found for the front window last, good for one generation of the desktop files.
+    mutable DesktopEntries m_applications;
+    mutable std::optional<QString> m_identifier;
+    mutable int m_identifierGeneration = 0;
+};

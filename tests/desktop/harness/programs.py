@@ -1,0 +1,107 @@
+"""Programs of other makers that copy and paste, driven as their users drive them."""
+
+import json
+import time
+
+from .waiting import wait_until
+
+
+class Program:
+    """One with a window, which has the keyboard once this is made."""
+
+    def __init__(self, desktop, name, argv, env=None):
+        self.desktop = desktop
+        before = set(desktop.x.managed_ids())
+        self.process = desktop.start(name, argv, env)
+        self.id = wait_until(
+            lambda: set(desktop.x.managed_ids()) - before, 30.0, f"{name} has a window"
+        ).pop()
+        self.window = desktop.x.connection.create_resource_object("window", self.id)
+        wait_until(lambda: desktop.x.active_id() == self.id, 30.0, f"{name} has the keyboard")
+
+    @property
+    def title(self):
+        return self.desktop.x.text_property(self.window, "_NET_WM_NAME") or ""
+
+    @property
+    def place(self):
+        return self.desktop.x.geometry(self.window)
+
+    def click(self, x, y, button=1):
+        """At a place of the window."""
+        self.desktop.x.click(self.place.x + x, self.place.y + y, button)
+
+    def press(self, *chords):
+        for chord in chords:
+            self.desktop.x.press_key(chord)
+
+    def do_until(self, act, look, what):
+        """Does it, and again where the program was not ready for it yet, until `look` finds it done."""
+        deadline = time.monotonic() + 30.0
+        while True:
+            act()
+            try:
+                return wait_until(look, 2.0, what)
+            except AssertionError:
+                if time.monotonic() > deadline:
+                    raise
+
+
+def gtk_editor(desktop, text=""):
+    path = desktop.home / "gtk.txt"
+    path.write_text(text)
+    return Program(desktop, "mousepad", ["mousepad", "--disable-server", path])
+
+
+def qt_editor(desktop, text=""):
+    path = desktop.home / "qt.txt"
+    path.write_text(text)
+    return Program(desktop, "featherpad", ["featherpad", path])
+
+
+def file_manager(desktop, folder):
+    return Program(desktop, "pcmanfm", ["pcmanfm", folder])
+
+
+_BROWSER_PREFERENCES = {
+    "browser.shell.checkDefaultBrowser": False,
+    "browser.startup.homepage_override.mstone": "ignore",
+    "datareporting.policy.dataSubmissionEnabled": False,
+    "network.captive-portal-service.enabled": False,
+    "network.connectivity-service.enabled": False,
+    "trailhead.firstrun.didSeeAboutWelcome": True,
+}
+
+
+class Browser(Program):
+    """On a page whose top left corner is of the colour `corner`; places are those of the page."""
+
+    def __init__(self, desktop, page, corner):
+        profile = desktop.home / "browser"
+        profile.mkdir()
+        (profile / "user.js").write_text(
+            "".join(
+                f"user_pref({json.dumps(name)}, {json.dumps(value)});\n"
+                for name, value in _BROWSER_PREFERENCES.items()
+            )
+        )
+        argv = ["firefox-esr", "--no-remote", "--profile", profile, f"file://{page}"]
+        super().__init__(desktop, "firefox", argv)
+        self.top = wait_until(lambda: self._page_top(corner), 60.0, "the page is shown")
+
+    def _page_top(self, colour):
+        picture = self.desktop.x.screenshot(self.place).convert("RGB")
+        return next((y for y in range(picture.height) if picture.getpixel((2, y)) == colour), None)
+
+    def click(self, x, y, button=1):
+        super().click(x, self.top + y, button)
+
+    def choose(self, x, y, key):
+        """The entry with that access key of the context menu."""
+        before = self._shown()
+        self.click(x, y, button=3)
+        wait_until(lambda: self._shown() - before, what="the menu is open")
+        self.press(key)
+
+    def _shown(self):
+        return {window.id for window in self.desktop.x.windows_of_class("firefox-esr")}

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "platform/Workspace.h"
+
+#include <map>
+
+/// Programs as a test installs and activates them.
+class FakeWorkspace final : public Workspace
+{
+public:
+    std::optional<QString> frontmostApplication() const override { return frontmost; }
+    std::optional<QString> applicationName(const QString& bundleIdentifier) const override
+    {
+        const auto found = names.find(bundleIdentifier);
+        return found == names.end() ? std::nullopt : std::optional(found->second);
+    }
+    std::optional<QImage> applicationIcon(const QString& bundleIdentifier, int) const override
+    {
+        const auto found = icons.find(bundleIdentifier);
+        return found == icons.end() ? std::nullopt : std::optional(found->second);
+    }
+
+    std::optional<QString> frontmost;
+    std::map<QString, QString> names;
+    std::map<QString, QImage> icons;
+};

@@ -1,0 +1,96 @@
+// Records copies into a history file without end, over a clipboard in memory, until it is killed:
+//
+//     quillbar_recorder PATH SEED
+//
+// Captures of texts, images and files, repeats, edits, pins, boards and copies back follow one another as
+// SEED decides. After each, once its save has returned, a line of the clips' UUIDs is printed.
+#include "clipboard/ClipboardWatcher.h"
+#include "fakes/FakeImageCodec.h"
+#include "fakes/FakePasteboard.h"
+#include "fakes/FakeWorkspace.h"
+#include "fakes/ManualMainQueue.h"
+#include "helpers/recorder/RecordedState.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <random>
+
+namespace {
+constexpr int mostImageBytes = 400'000;
+
+class Recorder
+{
+public:
+    Recorder(const QString& path, unsigned seed)
+        : m_random(seed), m_watcher(m_pasteboard, m_workspace, m_imageCodec, m_clock, m_queue, path)
+    {
+        m_watcher.start();
+    }
+
+    void change()
+    {
+        const auto& clips = m_watcher.clips();
+        m_clock.advance(1);
+        const int what = clips.isEmpty() ? 0 : below(10);
+        if (what < 5) {
+            capture(what);
+        } else {
+            const auto& clip = clips[below(static_cast<int>(clips.size()))];
+            changeClip(what, clip);
+        }
+        std::puts(RecordedState::line(m_watcher.clips(), m_watcher.boards()).constData());
+        std::fflush(stdout);
+    }
+
+private:
+    int below(int limit) { return std::uniform_int_distribution(0, limit - 1)(m_random); }
+
+    void capture(int what)
+    {
+        PasteboardContents contents;
+        if (what == 0)
+            contents.png = QByteArray(1 + below(mostImageBytes), static_cast<char>('a' + below(26)));
+        else if (what == 1)
+            contents.filePaths = {QStringLiteral("/home/%1").arg(below(1000)), QStringLiteral("/home/x")};
+        else
+            contents.string = QString(1 + below(10'000), QChar(u'a' + below(20'000)));
+        m_pasteboard.copy(contents);
+        m_watcher.ingestPasteboard();
+    }
+
+    void changeClip(int what, const Clip& clip)
+    {
+        if (what == 5)
+            m_watcher.togglePin(clip);
+        else if (what == 6)
+            m_watcher.updateText(clip, clip.text + QStringLiteral(" edited"));
+        else if (what == 7)
+            m_watcher.copy(clip);
+        else if (what == 8 && m_watcher.boards().size() < 5)
+            m_watcher.addBoard(QStringLiteral("Board"));
+        else if (!m_watcher.boards().isEmpty())
+            m_watcher.addClip(clip.uuid, m_watcher.boards().first().id);
+    }
+
+    std::mt19937 m_random;
+    ManualClock m_clock;
+    ManualMainQueue m_queue{m_clock};
+    FakePasteboard m_pasteboard;
+    FakeWorkspace m_workspace;
+    FakeImageCodec m_imageCodec;
+    ClipboardWatcher m_watcher;
+};
+} // namespace
+
+int main(int argc, char* argv[])
+{
+    if (argc != 3) {
+        std::fputs("quillbar_recorder: wrong arguments\n", stderr);
+        return 2;
+    }
+    Recorder recorder(QString::fromLocal8Bit(argv[1]), static_cast<unsigned>(std::atoi(argv[2])));
+    std::puts("started");
+    std::fflush(stdout);
+    while (true)
+        recorder.change();
+}
