@@ -57,7 +57,7 @@ TEST_F(ProcessReaderTest, ANativeProgram)
     write("cmdline", QByteArray("mousepad\0/home/me/a\0", 20));
     write("cgroup", "0::/user.slice/user-1000.slice/user@1000.service/app.slice/app-xfce.scope\n");
     write("environ",
-          QByteArray("HOME=/home/me\0SNAP_NAME=code\0BAMF_DESKTOP_FILE_HINT=/a/code_code.desktop\0", 75));
+          QByteArray("HOME=/home/me\0SNAP_NAME=code\0BAMF_DESKTOP_FILE_HINT=/a/code_code.desktop\0", 73));
     ProcessFacts facts;
     facts.program = QStringLiteral("mousepad");
     facts.executable = QStringLiteral("mousepad");
