@@ -7,7 +7,7 @@
 
 #include <optional>
 
-/// Reads desktop files as the Desktop Entry Specification 1.5 describes them. Pure.
+/// Reads desktop files in freedesktop.org's desktop entry format, version 1.5. Pure.
 namespace DesktopEntryParser {
 /// The program that a desktop file describes; none when it describes something else or has no name.
 /// `locales`: the names of the user's languages, most wanted first, as localeNames() gives them.
