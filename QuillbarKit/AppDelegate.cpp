@@ -6,6 +6,7 @@
 #include "shell/NotchScreen.h"
 #include "shell/NotchWindow.h"
 #include "support/MainQueue.h"
+#include "support/ThreadSerialQueue.h"
 
 #include <QPointer>
 #include <QQmlComponent>
@@ -34,15 +35,20 @@ AppDelegate::AppDelegate(const Platform& platform, std::vector<std::unique_ptr<N
     : QObject(parent), m_platform(platform), m_settings(platform.userDefaults),
       m_timerService(initialPresetSeconds, platform.clock, platform.mainQueue, platform.alertSound),
       m_clipboardWatcher(platform.pasteboard, platform.workspace, platform.imageCodec, platform.clock,
-                         platform.mainQueue, platform.supportDirectory + QStringLiteral("/clipboard.json")),
+                         platform.mainQueue,
+                         std::make_shared<ThreadSerialQueue>(QStringLiteral("clip-images")),
+                         platform.supportDirectory + QStringLiteral("/clipboard.json")),
       m_snippetStore(platform.supportDirectory + QStringLiteral("/snippets.json"), platform.clock),
+      m_clipThumbnails(platform.imageCodec), m_statusController(platform.statusItem),
       m_registry(makeModules(std::move(furtherModules))),
       m_tracker(platform.pointerMonitor, platform.screens, platform.mainQueue)
 {}
 
 AppDelegate::~AppDelegate()
 {
-    // The view goes before the engine it was made by and the state it is bound to.
+    // The views go before the engine they were made by and the state they are bound to.
+    m_clipboardPanel.reset();
+    m_clipboardPanelView.reset();
     m_window.reset();
 }
 
@@ -55,21 +61,25 @@ void AppDelegate::applicationDidFinishLaunching()
     positionWindow();
     applyDrawerHeight(false);
     m_window->orderFrontRegardless();
-    // 2. The pointer.
+    // 2. The icon in the bar.
+    launchStatusItem();
+    // 3. The pointer.
     applyTrackerGeometry();
     m_tracker.onChange = [this](bool inside) { handleProximity(inside); };
     m_tracker.start();
-    // 3. The snippets and the clipboard.
+    // 4. The snippets and the clipboard.
     launchClipboard();
-    // 4. The modules.
+    // 5. The modules.
     handSettingsToRegistry();
-    // 5. What decides the peek.
+    // 6. The keyboard shortcut.
+    launchClipboardHotKey();
+    // 7. What decides the peek.
     subscribeTimerActivity();
-    // 6. The settings of the services.
+    // 8. The settings of the services.
     pushTimerSettings();
     subscribeTimerSettings();
     subscribeClipboardSettings();
-    // 7. The displays.
+    // 9. The displays.
     connect(&m_platform.screens, &Screens::changed, this, &AppDelegate::screenParamsChanged);
 }
 
@@ -80,9 +90,12 @@ void AppDelegate::applicationWillTerminate()
     m_tracker.stop();
     // 2. The clipboard.
     m_clipboardWatcher.stop();
-    // 3. Everything that follows a published value.
+    // 3. The keyboard shortcut.
+    if (m_clipboardHotKey)
+        m_clipboardHotKey->unregister();
+    // 4. Everything that follows a published value.
     m_cancellables.clear();
-    // 4. The displays.
+    // 5. The displays.
     m_platform.screens.disconnect(this);
 }
 

@@ -1,12 +1,17 @@
 #pragma once
 
+#include "clipboard/ClipThumbnailCache.h"
+#include "clipboard/ClipboardPanelController.h"
 #include "clipboard/ClipboardWatcher.h"
 #include "clipboard/SnippetStore.h"
 #include "platform/Platform.h"
 #include "settings/QuillbarSettings.h"
+#include "shell/AboutWindowController.h"
+#include "shell/GlobalHotKey.h"
 #include "shell/ModuleRegistry.h"
 #include "shell/MouseTracker.h"
 #include "shell/PanelState.h"
+#include "shell/StatusItemController.h"
 #include "support/ScreenRect.h"
 #include "support/Subscribe.h"
 #include "timer/TimerService.h"
@@ -16,10 +21,15 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <vector>
 
 class NotchPanel;
+class QQmlComponent;
 class QQmlEngine;
+class QQuickItem;
+class QuickLookModel;
+class SerialQueue;
 class WorkItem;
 
 /// The single owner of everything that lives for the life of the process: it builds the notch panel, turns
@@ -57,6 +67,10 @@ public:
     ClipboardWatcher& clipboardWatcher() { return m_clipboardWatcher; }
     SnippetStore& snippetStore() { return m_snippetStore; }
     ModuleRegistry& registry() { return m_registry; }
+    StatusItemController& statusController() { return m_statusController; }
+    const AboutWindowController& aboutWindow() const { return m_aboutWindow; }
+    /// Made when it is first asked for. Not before the launch.
+    ClipboardPanelController& clipboardPanel();
     const MouseTracker& tracker() const { return m_tracker; }
     /// Null until launched.
     NotchPanel* window() const { return m_window.get(); }
@@ -75,6 +89,9 @@ private:
     void screenParamsChanged();
 
     // Each subsystem's share of the launch, in the subsystem's own folder.
+    void launchStatusItem();
+    void launchClipboardHotKey();
+    void toggleClipboardPanel();
     void launchClipboard();
     void handSettingsToRegistry();
     void subscribeTimerActivity();
@@ -96,6 +113,8 @@ private:
             subscribe(m_platform.mainQueue, &source, getter, signal).removeDuplicates().then(this, action));
     }
 
+    QQuickItem* makeClipboardPanelView(ClipboardPanelModel& model);
+    QQuickItem* makeQuickLookView(QuickLookModel& model);
     std::vector<std::unique_ptr<NotchModule>>
     makeModules(std::vector<std::unique_ptr<NotchModule>> furtherModules);
     QSizeF expandedSize() const;
@@ -109,6 +128,10 @@ private:
     TimerService m_timerService;
     ClipboardWatcher m_clipboardWatcher;
     SnippetStore m_snippetStore;
+    ClipThumbnailCache m_clipThumbnails;
+    std::shared_ptr<SerialQueue> m_linkPreviewQueue;
+    StatusItemController m_statusController;
+    std::optional<GlobalHotKey> m_clipboardHotKey;
     ModuleRegistry m_registry;
     MouseTracker m_tracker;
     QSizeF m_notchSize{200.0, 32.0};
@@ -117,4 +140,7 @@ private:
     std::vector<Subscription> m_cancellables;
     std::unique_ptr<QQmlEngine> m_engine;
     std::unique_ptr<NotchPanel> m_window;
+    AboutWindowController m_aboutWindow;
+    std::unique_ptr<QQmlComponent> m_clipboardPanelView;
+    std::unique_ptr<ClipboardPanelController> m_clipboardPanel;
 };

@@ -16,7 +16,7 @@ from session import Bench, tell
 
 from harness.copying import CopySource
 from harness.figures import Figures
-from harness.history import History
+from harness.history import PAST_A_BEAT, History
 from harness.waiting import wait_until
 
 TEXT_TARGETS = ("UTF8_STRING", "text/plain")
@@ -50,6 +50,8 @@ class CopyQ:
         assert self._ask("config", "maxitems", "25")
         # It watches the clipboard through a process of its own.
         wait_until(lambda: len(self.processes) > 1, 30.0, "it watches the clipboard")
+        # Of a copy made while that one is still coming up it would never hear.
+        wait_until_idle(self)
 
     def _ask(self, *words):
         answer = subprocess.run(["copyq", *words], env=self.desktop.env, capture_output=True, timeout=30)
@@ -78,6 +80,12 @@ class Pid(Figures):
 def cpu(program):
     """Of all its processes, in seconds, by the clock that the kernel keeps for each."""
     return sum(time.clock_gettime((~each.pid << 3) | 2) for each in program.processes)
+
+
+def wait_until_idle(program):
+    """Wait until all its processes are idle, for longer than Quillbar goes without a look."""
+    for each in program.processes:
+        each.wait_until_idle(quiet=PAST_A_BEAT, timeout=60.0)
 
 
 def offers(text):
@@ -113,6 +121,7 @@ def measure(kind, arguments):
         for i in range(arguments.latencies):
             text = f"latency {i}"
             latencies.append(program.copied(lambda: desktop.copy_text(text), text) * 1000)
+            # The random time is the subject: a copy may come at any moment between two looks.
             time.sleep(random.uniform(0.0, 0.7))
         source = CopySource(desktop.x, offers("first"))
         paced = Costs(program, source, "paced", arguments.copies, arguments.pause)
@@ -120,7 +129,7 @@ def measure(kind, arguments):
         flood = Costs(program, source, "flood", arguments.flood, 1 / arguments.rate)
         last_copy_is_recorded(desktop, program, "last of the flood")
         source.close()
-        time.sleep(2.0)
+        wait_until_idle(program)
         pss = sum(each.pss_kib() for each in program.processes) / 1024
         own = sum(each.own_memory_kib() for each in program.processes) / 1024
     finally:

@@ -13,7 +13,6 @@ sys.path.insert(0, str(REPOSITORY / "tests" / "desktop"))
 os.environ.setdefault("QUILLBAR_BINARY", str(REPOSITORY / "build" / "release" / "bin" / "quillbar"))
 
 from harness.desktop import Desktop  # noqa: E402
-from harness.session import App  # noqa: E402
 from harness.x11 import connect  # noqa: E402
 from Xlib import X  # noqa: E402
 from Xlib.ext import damage  # noqa: E402
@@ -103,7 +102,7 @@ class Bench(Desktop):
     """The tests' desktop, and Quillbar as a user's session starts it: without the tests' extras."""
 
     def start_plain(self, env=None):
-        return self.start("quillbar", [self.binary()], env, kind=App)
+        return self.start("quillbar", [self.binary()], env)
 
     def launch_closed(self, env=None):
         """Start Quillbar with the pointer far from the notch and wait until it is at rest."""

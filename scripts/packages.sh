@@ -14,13 +14,13 @@ packages_for() {
         libgtest-dev libgmock-dev libbenchmark-dev bootstrap-icons ;;
     # What the program loads at run time, and what ./run needs on a desktop.
     run) echo qml6-module-qtquick qml6-module-qtquick-window qml6-module-qtqml \
-        qml6-module-qtqml-workerscript libqt6svg6 qt6-image-formats-plugins fonts-inter fonts-quicksand \
+        qml6-module-qtqml-workerscript libqt6svg6 qt6-image-formats-plugins fonts-inter fonts-jetbrains-mono fonts-quicksand \
         dbus-daemon x11-utils libcanberra0 libcanberra-pulse sound-theme-freedesktop ca-certificates ;;
     # What ./run needs beyond that where there is no desktop.
     show) echo xvfb openbox x11-xserver-utils xdotool python3 python3-pil ;;
     # What the test suites drive, and the compiler of the fuzz targets.
     test) echo xvfb openbox picom xfwm4 xfce4-panel trayer mutter i3-wm sway xwayland grim \
-        xdotool x11-utils x11-xserver-utils x11-xkb-utils xkb-data xclip xterm mousepad featherpad pcmanfm firefox-esr xfce4-clipman \
+        xdotool x11-utils x11-xserver-utils x11-xkb-utils xkb-data xclip xterm lxterminal mousepad featherpad pcmanfm firefox-esr xfce4-clipman \
         dbus dbus-daemon at-spi2-core adduser util-linux procps python3 python3-pytest python3-xlib python3-gi \
         gir1.2-atspi-2.0 gir1.2-gtk-3.0 gir1.2-gtk-4.0 python3-pil python3-numpy python3-dbus pulseaudio pulseaudio-utils \
         libfaketime openssl clang libclang-rt-14-dev ;;

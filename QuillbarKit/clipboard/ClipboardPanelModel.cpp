@@ -13,8 +13,9 @@
 ClipboardPanelModel::ClipboardPanelModel(const Services& services, Questions questions,
                                          LinkPreviewService::Fetcher fetcher, QObject* parent)
     : QObject(parent), m_watcher(services.watcher), m_snippets(services.snippets),
-      m_settings(services.settings), m_mainQueue(services.mainQueue), m_questions(std::move(questions)),
-      m_search(services.thumbnails), m_linkPreviews(linkPreviewsAtMost, std::move(fetcher)),
+      m_settings(services.settings), m_thumbnails(services.thumbnails), m_mainQueue(services.mainQueue),
+      m_questions(std::move(questions)), m_search(services.thumbnails),
+      m_linkPreviews(linkPreviewsAtMost, std::move(fetcher)),
       m_rows([this](const Clip& clip) { return m_search.displayText(clip); }),
       m_stackRows([this](const Clip& clip) { return m_search.displayText(clip); })
 {

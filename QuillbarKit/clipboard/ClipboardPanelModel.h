@@ -44,6 +44,8 @@ class ClipboardPanelModel : public QObject
     /// While it is on, activating a clip puts it into the stack.
     Q_PROPERTY(
         bool stackModeEnabled READ stackModeEnabled WRITE setStackModeEnabled NOTIFY stackModeEnabledChanged)
+    /// How many entries the stack has, those whose clip is gone too.
+    Q_PROPERTY(int stackCount READ stackCount NOTIFY stackChanged)
     Q_PROPERTY(SnippetEdit snippetEditing READ snippetEditing NOTIFY snippetEditingChanged)
     /// The clips of the filter that the query is found in.
     Q_PROPERTY(ClipRowsModel* rows READ rows CONSTANT)
@@ -95,6 +97,7 @@ public:
     void setStackModeEnabled(bool enabled);
     const PasteStack& stack() const { return m_stack; }
     void setStack(const PasteStack& stack);
+    int stackCount() const { return static_cast<int>(m_stack.count()); }
     const SnippetEdit& snippetEditing() const { return m_snippetEditing; }
     void setSnippetEditing(const SnippetEdit& editing);
 
@@ -108,6 +111,9 @@ public:
     bool isEditingAnyClip() const { return m_editingClipUUID.has_value(); }
     QList<Clip> stackClips() const;
     LinkPreviewService& linkPreviews() { return m_linkPreviews; }
+    ClipboardWatcher& watcher() { return m_watcher; }
+    SnippetStore& snippets() { return m_snippets; }
+    ClipThumbnailCache& thumbnails() { return m_thumbnails; }
 
     ClipRowsModel* rows() { return &m_rows; }
     ClipRowsModel* stackRows() { return &m_stackRows; }
@@ -181,6 +187,7 @@ private:
     ClipboardWatcher& m_watcher;
     SnippetStore& m_snippets;
     QuillbarSettings& m_settings;
+    ClipThumbnailCache& m_thumbnails;
     MainQueue& m_mainQueue;
     const Questions m_questions;
     QString m_query;

@@ -6,18 +6,23 @@
 #include "platform/ImageCodec.h"
 #include "platform/Pasteboard.h"
 #include "support/Clock.h"
+#include "support/MainQueue.h"
 #include "support/PrivateFile.h"
 #include "support/RepeatingTimer.h"
+#include "support/SerialQueue.h"
+
+#include <QPointer>
 
 #include <algorithm>
 #include <utility>
 
 ClipboardWatcher::ClipboardWatcher(Pasteboard& pasteboard, const Workspace& workspace,
                                    const ImageCodec& imageCodec, const Clock& clock, MainQueue& mainQueue,
-                                   QString storePath, QObject* parent)
+                                   std::shared_ptr<SerialQueue> imageQueue, QString storePath,
+                                   QObject* parent)
     : QObject(parent), m_pasteboard(pasteboard), m_workspace(workspace), m_imageCodec(imageCodec),
-      m_clock(clock), m_mainQueue(mainQueue), m_storePath(std::move(storePath)),
-      m_lastChangeCount(pasteboard.changeCount())
+      m_clock(clock), m_mainQueue(mainQueue), m_imageQueue(std::move(imageQueue)),
+      m_storePath(std::move(storePath)), m_lastChangeCount(pasteboard.changeCount())
 {
     m_pasteboard.setChangeHandler([this] { look(); });
 }
@@ -217,33 +222,33 @@ void ClipboardWatcher::copyPlain(const Clip& clip)
     write(clip, true);
 }
 
+void ClipboardWatcher::afterCopy(std::function<void()> action)
+{
+    if (m_isDecoding)
+        m_afterCopy.push_back(std::move(action));
+    else
+        action();
+}
+
 void ClipboardWatcher::write(const Clip& clip, bool plain)
 {
-    PasteboardContents contents;
-    switch (clip.kind) {
-    case Clip::Kind::Text:
-        contents.string = clip.text;
-        if (!plain) {
-            for (const auto& [type, data] : clip.richData)
-                contents.data.emplace(type, data.bytes());
-        }
-        break;
-    case Clip::Kind::Image:
-        if (clip.imageData) {
-            auto png = clip.imageData->bytes();
-            // What is no image is not offered as one.
-            if (m_imageCodec.pixelSize(png))
-                contents.png = std::move(png);
-        }
-        break;
-    case Clip::Kind::File:
-        contents.filePaths = clip.filePaths;
-        break;
-    }
     const auto id = clip.id;
-    m_pasteboard.write(std::move(contents));
-    // Our own copy is no news.
-    m_lastChangeCount = m_pasteboard.changeCount();
+    ++m_copies;
+    if (clip.kind == Clip::Kind::Image) {
+        writeDecoded(clip.imageData ? clip.imageData->bytes() : QByteArray());
+    } else {
+        PasteboardContents contents;
+        if (clip.kind == Clip::Kind::File) {
+            contents.filePaths = clip.filePaths;
+        } else {
+            contents.string = clip.text;
+            if (!plain) {
+                for (const auto& [type, data] : clip.richData)
+                    contents.data.emplace(type, data.bytes());
+            }
+        }
+        put(std::move(contents));
+    }
 
     auto clips = m_clips;
     const auto found =
@@ -254,6 +259,43 @@ void ClipboardWatcher::write(const Clip& clip, bool plain)
     ClipOrder::resort(clips);
     publishClips(std::move(clips));
     save();
+}
+
+void ClipboardWatcher::writeDecoded(const QByteArray& image)
+{
+    m_isDecoding = true;
+    m_imageQueue->async([self = QPointer(this), &codec = m_imageCodec, &mainQueue = m_mainQueue, image,
+                         number = m_copies, changeCount = m_pasteboard.changeCount()] {
+        PasteboardContents contents;
+        contents.png = codec.png(image);
+        // A PNG file that is whole has been taken for a picture unseen.
+        if (contents.png && !codec.thumbnail(*contents.png, 1))
+            contents.png.reset();
+        mainQueue.async([self, contents = std::move(contents), number, changeCount] {
+            // What has been copied since then, back or by another program, is newer.
+            if (!self || self->m_copies != number)
+                return;
+            if (self->m_pasteboard.changeCount() == changeCount)
+                self->put(contents);
+            else
+                self->endCopy();
+        });
+    });
+}
+
+void ClipboardWatcher::put(PasteboardContents contents)
+{
+    m_pasteboard.write(std::move(contents));
+    // Our own copy is no news.
+    m_lastChangeCount = m_pasteboard.changeCount();
+    endCopy();
+}
+
+void ClipboardWatcher::endCopy()
+{
+    m_isDecoding = false;
+    for (const auto& action : std::exchange(m_afterCopy, {}))
+        action();
 }
 
 void ClipboardWatcher::save()

@@ -9,13 +9,17 @@
 #include <QSet>
 #include <QString>
 
+#include <functional>
 #include <memory>
+#include <vector>
 
 class Clock;
 class ImageCodec;
 class MainQueue;
 class Pasteboard;
+struct PasteboardContents;
 class RepeatingTimer;
+class SerialQueue;
 class Workspace;
 
 /// The single owner of the clipboard history: watches the pasteboard, keeps what may be kept as clips and
@@ -29,14 +33,18 @@ class ClipboardWatcher : public QObject
 
 public:
     /// What is passed by reference must outlive the watcher. `storePath` is the history file's absolute path;
-    /// nothing is read or written before start().
+    /// nothing is read or written before start(). Images are decoded on `imageQueue`.
     ClipboardWatcher(Pasteboard& pasteboard, const Workspace& workspace, const ImageCodec& imageCodec,
-                     const Clock& clock, MainQueue& mainQueue, QString storePath, QObject* parent = nullptr);
+                     const Clock& clock, MainQueue& mainQueue, std::shared_ptr<SerialQueue> imageQueue,
+                     QString storePath, QObject* parent = nullptr);
     ~ClipboardWatcher() override;
 
     /// In canonical order: pinned ones first, and the latest first among equals.
     const QList<Clip>& clips() const { return m_clips; }
     const QList<Pinboard>& boards() const { return m_boards; }
+
+    /// Where the programs that clips came from are known.
+    const Workspace& workspace() const { return m_workspace; }
 
     /// Whether copies are recorded.
     bool enabled() const { return m_enabled; }
@@ -84,10 +92,14 @@ public:
     void replaceForSync(QList<Clip> clips);
     void replaceForSync(QList<Pinboard> boards);
 
-    /// Puts the clip on the pasteboard, with its rich forms, and moves it up as the latest.
+    /// Puts the clip on the pasteboard, with its rich forms, and moves it up as the latest. An image is
+    /// decoded first, which takes some tenths of a second with a large one, and comes to the pasteboard after
+    /// that, unless something newer is there by then; of one that is no picture the pasteboard is left empty.
     void copy(const Clip& clip);
     /// The same without the rich forms.
     void copyPlain(const Clip& clip);
+    /// Calls `action` as soon as no image is on its way to the pasteboard: at once, or on a later turn.
+    void afterCopy(std::function<void()> action);
 
     /// Writes the history file on the calling thread; nothing before the first start().
     void save();
@@ -104,6 +116,9 @@ private:
     void tick();
     bool ingestClip(Clip clip, qint64 changeCount);
     void write(const Clip& clip, bool plain);
+    void writeDecoded(const QByteArray& image);
+    void put(PasteboardContents contents);
+    void endCopy();
     void publishClips(QList<Clip> clips);
     void publishBoards(QList<Pinboard> boards);
     qsizetype indexOf(const QUuid& boardID) const;
@@ -113,6 +128,7 @@ private:
     const ImageCodec& m_imageCodec;
     const Clock& m_clock;
     MainQueue& m_mainQueue;
+    const std::shared_ptr<SerialQueue> m_imageQueue;
     const QString m_storePath;
     QList<Clip> m_clips;
     QList<Pinboard> m_boards;
@@ -121,6 +137,10 @@ private:
     std::unique_ptr<RepeatingTimer> m_timer;
     qint64 m_lastChangeCount;
     int m_maxItems = 25;
+    /// The number of the last copy back.
+    quint64 m_copies = 0;
+    bool m_isDecoding = false;
+    std::vector<std::function<void()>> m_afterCopy;
     /// So that nothing can be written over a file that has not been read.
     bool m_persistenceActive = false;
     ClipboardHistoryWriter m_writer;

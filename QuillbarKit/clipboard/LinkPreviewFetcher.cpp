@@ -22,13 +22,19 @@ struct Page
     QUrl faviconURL;
 };
 
-HttpRequest request(const QUrl& url, qint64 limit)
+HttpRequest pageRequest(const QUrl& url)
 {
     return {url,
             {{QByteArrayLiteral("User-Agent"), QByteArrayLiteral("Mozilla/5.0 (Macintosh) Quillbar")}},
             timeout,
             timeout,
-            limit};
+            LinkPreviewFetcher::pageLimit};
+}
+
+/// Pages differ by who asks; icons don't.
+HttpRequest iconRequest(const QUrl& url)
+{
+    return {url, {}, timeout, timeout, LinkPreviewFetcher::iconLimit};
 }
 
 /// Whatever charset the page declares, it is taken for UTF-8 and repaired where it isn't.
@@ -55,7 +61,7 @@ QCoro::Task<std::optional<QByteArray>> fetchFavicon(Means means, QUrl url)
 {
     if (url.isEmpty())
         co_return std::nullopt;
-    const auto response = co_await means.session.get(request(url, LinkPreviewFetcher::iconLimit));
+    const auto response = co_await means.session.get(iconRequest(url));
     if (!response || response->isCut || response->body.isEmpty())
         co_return std::nullopt;
     const QByteArray data = response->body;
@@ -68,7 +74,7 @@ QCoro::Task<std::optional<QByteArray>> fetchFavicon(Means means, QUrl url)
 
 QCoro::Task<LinkPreview> fetch(Means means, QUrl url)
 {
-    const auto response = co_await means.session.get(request(url, LinkPreviewFetcher::pageLimit));
+    const auto response = co_await means.session.get(pageRequest(url));
     if (!response)
         co_return LinkPreview();
     const std::function<Page()> readPage = [body = response->body, url] { return read(body, url); };

@@ -4,6 +4,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 
 /// The bits of a hot key's modifier mask, as they are stored. Command is the Super key and Option the Alt key
 /// on keyboards that name theirs so.
@@ -38,4 +39,9 @@ public:
     /// code names no key, or where the desktop offers no such service.
     virtual std::unique_ptr<Token> registerHotKey(quint32 keyCode, quint32 modifiers,
                                                   std::function<void()> handler) = 0;
+
+    /// The code of a key that was pressed in one of our own windows, such that registerHotKey() takes it for
+    /// that same key in the present keyboard layout. `scanCode` is the one that the toolkit's key event
+    /// carries. None for a modifier, and for a key that no code leads to.
+    virtual std::optional<quint32> virtualKeyCode(quint32 scanCode) const = 0;
 };

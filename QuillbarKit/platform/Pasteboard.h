@@ -60,6 +60,10 @@ public:
     /// returns, and contents() are these.
     virtual void write(PasteboardContents contents) = 0;
 
+    /// Calls `then` once, on a later turn, after another program has begun to fetch what write() has put
+    /// there; asking what there is does not count. A later call takes the place of an earlier one.
+    virtual void whenRead(std::function<void()> then) = 0;
+
     /// Called after each growth of the change count, inside write() too; one handler, the last one set. So
     /// nobody need poll a count that stands still.
     virtual void setChangeHandler(std::function<void()> handler) = 0;

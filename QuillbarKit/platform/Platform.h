@@ -4,11 +4,15 @@
 
 class AlertSound;
 class Clock;
+class GlobalHotKeys;
+class HttpSession;
 class ImageCodec;
+class Keystrokes;
 class MainQueue;
 class Pasteboard;
 class PointerMonitor;
 class Screens;
+class StatusItem;
 class UserDefaults;
 class WindowServer;
 class Workspace;
@@ -25,6 +29,10 @@ struct Platform
     Pasteboard& pasteboard;
     Workspace& workspace;
     ImageCodec& imageCodec;
+    StatusItem& statusItem;
+    GlobalHotKeys& globalHotKeys;
+    Keystrokes& keystrokes;
+    HttpSession& httpSession;
     UserDefaults& userDefaults;
     /// Where the stores have their files: an absolute path. The folder need not be there yet.
     QString supportDirectory;

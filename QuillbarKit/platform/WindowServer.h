@@ -58,11 +58,19 @@ public:
     /// Shows the window above all ordinary ones and keeps it there, whatever program is in front.
     virtual void orderFrontRegardless(QWindow& window) = 0;
 
-    /// Brings the window to the front and gives it the keyboard; resignKey gives it back to the window that
-    /// had it.
+    /// Shows the window above everything and gives it the keyboard, which it has on return where the desktop
+    /// allows it; resignKey gives it back to the window that had it.
     virtual void makeKeyAndOrderFront(QWindow& window) = 0;
     virtual void resignKey(QWindow& window) = 0;
 
+    /// Brings an ordinary window, which is shown already, to the front with the keyboard, whatever program is
+    /// in front. Asked of the window manager: not done yet on return.
+    virtual void activateIgnoringOtherApps(QWindow& window) = 0;
+
 Q_SIGNALS:
     void isCompositingChanged();
+
+    /// The window has got the keyboard or lost it, also when the user has clicked outside this program's
+    /// windows and nothing else took it. Sent on a later turn than the call that gave it.
+    void isKeyChanged(QWindow* window, bool isKey);
 };

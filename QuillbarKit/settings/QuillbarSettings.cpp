@@ -1,6 +1,7 @@
 #include "settings/QuillbarSettings.h"
 
 #include "clipboard/ColorParser.h"
+#include "settings/HotKeyFormatting.h"
 #include "support/AppPaths.h"
 
 #include <algorithm>
@@ -21,7 +22,11 @@ int clamped(int clipboardItems)
 
 QuillbarSettings::QuillbarSettings(UserDefaults& defaults, QObject* parent)
     : QObject(parent), m_defaults(defaults)
-{}
+{
+    for (const auto half :
+         {&QuillbarSettings::clipboardHotKeyCodeChanged, &QuillbarSettings::clipboardHotKeyModifiersChanged})
+        connect(this, half, this, &QuillbarSettings::clipboardHotKeyDisplayChanged);
+}
 
 const QStringList& QuillbarSettings::allModuleIDs()
 {
@@ -53,6 +58,12 @@ QUrl QuillbarSettings::selfieSaveFolderURL() const
     if (!path.endsWith(u'/'))
         path += u'/';
     return QUrl::fromLocalFile(path);
+}
+
+QString QuillbarSettings::clipboardHotKeyDisplay() const
+{
+    return HotKeyFormatting::display(static_cast<quint32>(m_clipboardHotKeyCode),
+                                     static_cast<quint32>(m_clipboardHotKeyModifiers));
 }
 
 void QuillbarSettings::resetClipboardHotKey()

@@ -28,6 +28,9 @@ class QuillbarSettings : public QObject
     QML_UNCREATABLE("made by the application controller")
     /// The colour that accentColorHex writes, for the views.
     Q_PROPERTY(QColor accentColor READ accentQColor NOTIFY accentColorHexChanged)
+    /// The clipboard's keyboard shortcut as it is written, such as "⌘⇧V".
+    Q_PROPERTY(
+        QString clipboardHotKeyDisplay READ clipboardHotKeyDisplay NOTIFY clipboardHotKeyDisplayChanged)
 
 public:
     /// The ids of all modules, in the order that a new user finds.
@@ -47,6 +50,8 @@ public:
     /// The folder that pictures of the mirror go to: the chosen one, else the user's desktop.
     QUrl selfieSaveFolderURL() const;
 
+    QString clipboardHotKeyDisplay() const;
+
     /// Publishes the code first, then the modifiers.
     Q_INVOKABLE void resetClipboardHotKey();
 
@@ -64,6 +69,10 @@ public:
     /// The stored order without unknown ids and repetitions; the modules that it lacks come last, so that one
     /// which is new to the user does not disturb the order they chose.
     static QStringList migrateModuleOrder(const std::optional<QStringList>& stored);
+
+Q_SIGNALS:
+    /// With each publication of the code and of the modifiers.
+    void clipboardHotKeyDisplayChanged();
 
 private:
     QColor accentQColor() const;

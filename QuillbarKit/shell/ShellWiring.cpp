@@ -2,6 +2,7 @@
 
 #include "AppDelegate.h"
 
+#include "clipboard/ClipboardModule.h"
 #include "timer/TimerModule.h"
 
 std::vector<std::unique_ptr<NotchModule>>
@@ -9,6 +10,8 @@ AppDelegate::makeModules(std::vector<std::unique_ptr<NotchModule>> furtherModule
 {
     std::vector<std::unique_ptr<NotchModule>> modules;
     modules.push_back(std::make_unique<TimerModule>(m_timerService, m_settings));
+    modules.push_back(std::make_unique<ClipboardModule>(m_clipboardWatcher, m_settings, m_clipThumbnails,
+                                                        m_platform.mainQueue));
     for (auto& module : furtherModules)
         modules.push_back(std::move(module));
     return modules;

@@ -45,7 +45,7 @@ void StatusItemController::rebuildMenu()
 {
     const StatusMenuEntry separator{};
     m_statusItem.setMenu({
-        {u"Pin Open"_qs, {}, isPinned, static_cast<bool>(onTogglePin), [this] { togglePin(); }},
+        {u"Pin Open"_qs, {}, m_isPinned, static_cast<bool>(onTogglePin), [this] { togglePin(); }},
         entry(u"Settings…"_qs, u","_qs, onOpenSettings),
         separator,
         entry(u"Check for Updates…"_qs, {}, onCheckForUpdates),
@@ -69,7 +69,7 @@ void StatusItemController::buttonClicked()
 
 void StatusItemController::togglePin()
 {
-    isPinned = !isPinned;
+    m_isPinned = !m_isPinned;
     rebuildMenu();
-    onTogglePin(isPinned);
+    onTogglePin(m_isPinned);
 }

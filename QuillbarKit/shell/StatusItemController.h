@@ -28,21 +28,18 @@ public:
     std::function<void()> onClipboard;
     std::function<void()> onCheckForUpdates;
 
-    /// Whether the panel is pinned open, as the menu shows it.
-    bool isPinned = false;
-
     /// Puts the icon into the bar, with the menu.
     void install();
-
-    /// Makes the menu anew from isPinned and the closures.
-    void rebuildMenu();
 
     /// Where the icon is: the anchor of the windows that it opens. None while that can't be told.
     std::optional<ScreenRect> buttonFrameOnScreen() const;
 
 private:
+    void rebuildMenu();
     void buttonClicked();
     void togglePin();
 
     StatusItem& m_statusItem;
+    /// Whether the panel is pinned open, as the menu shows it.
+    bool m_isPinned = false;
 };

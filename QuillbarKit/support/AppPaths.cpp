@@ -54,3 +54,8 @@ QString AppPaths::desktopDirectory()
 {
     return QStandardPaths::writableLocation(QStandardPaths::DesktopLocation);
 }
+
+QString AppPaths::temporaryDirectory()
+{
+    return QDir::tempPath();
+}

@@ -14,4 +14,7 @@ QString configDirectory();
 /// The user's desktop folder as their XDG user directories name it, else "Desktop" in the home folder. Not
 /// made.
 QString desktopDirectory();
+
+/// The system's directory for temporary files, which every user may write to.
+QString temporaryDirectory();
 } // namespace AppPaths

@@ -57,6 +57,17 @@ public:
         return *this;
     }
 
+    /// Takes in the value at each emission of this signal, which has no parameters either, too: for a value
+    /// that several signals announce.
+    template <typename FurtherSignal>
+    Publisher& alsoOn(FurtherSignal signal)
+    {
+        m_furtherSignals.push_back([source = m_source, signal](const std::function<void()>& onChange) {
+            return QObject::connect(source, signal, source, onChange, Qt::DirectConnection);
+        });
+        return *this;
+    }
+
     /// Delivers to `action(value)` while the returned subscription and `target` live. The destruction of the
     /// source ends it quietly. The queue must outlive the subscription.
     template <typename Target, typename Action>
@@ -82,7 +93,11 @@ private:
     struct Chain
     {
         explicit Chain(MainQueue& queue) : queue(queue) {}
-        ~Chain() { QObject::disconnect(connection); }
+        ~Chain()
+        {
+            for (const auto& connection : connections)
+                QObject::disconnect(connection);
+        }
         Chain(const Chain&) = delete;
         Chain& operator=(const Chain&) = delete;
 
@@ -90,7 +105,7 @@ private:
         std::vector<std::function<bool(const Value&)>> operators;
         /// Shared with the deliveries under way: an action may end its own subscription.
         std::shared_ptr<std::function<void(const Value&)>> action;
-        QMetaObject::Connection connection;
+        std::vector<QMetaObject::Connection> connections;
     };
 
     static void enter(const std::shared_ptr<Chain>& chain, Value value)
@@ -115,7 +130,10 @@ private:
             if (const auto chain = weak.lock())
                 enter(chain, std::invoke(getter, *source));
         };
-        chain->connection = QObject::connect(m_source, m_signal, m_source, onChange, Qt::DirectConnection);
+        chain->connections.push_back(
+            QObject::connect(m_source, m_signal, m_source, onChange, Qt::DirectConnection));
+        for (const auto& connectTo : m_furtherSignals)
+            chain->connections.push_back(connectTo(onChange));
         enter(chain, std::invoke(m_getter, *m_source));
         return Subscription(chain);
     }
@@ -124,6 +142,7 @@ private:
     Source* m_source;
     Getter m_getter;
     Signal m_signal;
+    std::vector<std::function<QMetaObject::Connection(const std::function<void()>&)>> m_furtherSignals;
     std::vector<std::function<bool(const Value&)>> m_operators;
 };
 

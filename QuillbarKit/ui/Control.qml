@@ -10,8 +10,14 @@ Item {
     property string help: ""
     property bool checkable: false
     property bool checked: false
+    // False where Space has another meaning.
+    property bool pressedBySpace: true
     // Where the ring that shows the focus stands.
     property real focusRadius: Math.min(width, height) / 2
+    // False while it can't be seen; keyboard and screen reader press it all the same.
+    property bool tappable: true
+    // Where something else shows the focus there is none.
+    property bool hasFocusRing: true
     readonly property bool hovered: hover.containsMouse
     readonly property bool pressed: tap.pressed
 
@@ -19,7 +25,11 @@ Item {
 
     activeFocusOnTab: true
     // A key held down is one press.
-    Keys.onSpacePressed: event => event.isAutoRepeat || control.tapped()
+    Keys.onSpacePressed: event => {
+        event.accepted = control.pressedBySpace;
+        if (control.pressedBySpace && !event.isAutoRepeat)
+            control.tapped();
+    }
     Keys.onReturnPressed: event => event.isAutoRepeat || control.tapped()
     Keys.onEnterPressed: event => event.isAutoRepeat || control.tapped()
 
@@ -47,6 +57,7 @@ Item {
     TapHandler {
         id: tap
 
+        enabled: control.tappable
         gesturePolicy: TapHandler.ReleaseWithinBounds
         onTapped: control.tapped()
     }
@@ -55,7 +66,7 @@ Item {
         anchors.fill: parent
         anchors.margins: -2
         z: 1
-        visible: control.activeFocus
+        visible: control.activeFocus && control.hasFocusRing
         radius: control.focusRadius + 2
         color: "transparent"
         border.width: 1.5

@@ -2,8 +2,9 @@ pragma Singleton
 
 import QtQuick
 
-// The two faces of the program.
+// The faces of the program.
 QtObject {
     readonly property string text: "Inter"
     readonly property string rounded: "Quicksand"
+    readonly property string monospaced: "JetBrains Mono"
 }

@@ -5,9 +5,12 @@ import signal
 
 import pytest
 
+from harness.clipboard_panel import ClipboardPanel
 from harness.desktop import Desktop
 from harness.helper import Helper
+from harness.history import History
 from harness.sway import SwayDesktop
+from harness.tray import Bar
 
 
 PHASE_SECONDS = 60
@@ -94,6 +97,32 @@ def start_helper(desktop):
     yield start
     for helper in running:
         helper.close()
+
+
+@pytest.fixture
+def panel(desktop):
+    """The clipboard panel; desktop.panel is the notch's."""
+    return ClipboardPanel(desktop)
+
+
+@pytest.fixture
+def history(desktop):
+    """The clipboard history on the disk."""
+    return History(desktop)
+
+
+@pytest.fixture
+def start_item(start_helper):
+    """Starts a program with a status item."""
+    return lambda: start_helper("statusitem")
+
+
+@pytest.fixture
+def bar(desktop):
+    """Our own side of a bar that shows status items."""
+    bar = Bar(desktop)
+    yield bar
+    bar.close()
 
 
 @pytest.fixture

@@ -5,17 +5,10 @@ import shutil
 
 import pytest
 from harness.disk import UNDER_LIMITS, full, read_only
-from harness.history import History
+from harness.history import PAST_A_BEAT
 from harness.waiting import wait_until
 
-# Seconds: the clipboard is looked at on a beat of 0.7.
-PAST_A_BEAT = 1.0
 LONG = "long " * 4000
-
-
-@pytest.fixture
-def history(desktop):
-    return History(desktop)
 
 
 @pytest.fixture

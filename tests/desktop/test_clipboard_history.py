@@ -1,17 +1,11 @@
 """What other programs copy is recorded, what must not be is not, and all of it is there after a restart."""
 
-import pytest
 from harness import programs
 from harness.copying import CopySource
-from harness.history import History, picture, rich
+from harness.history import PAST_A_BEAT, picture, rich
 from harness.pasteboard import copy_and_end
 from harness.waiting import wait_until
 from PIL import Image
-
-
-@pytest.fixture
-def history(desktop):
-    return History(desktop)
 
 
 def copy_all(program, look):
@@ -115,7 +109,7 @@ def test_an_excluded_program_may_be_left_at_once(desktop, history):
     desktop.x.send_to_root(other.window, "_NET_ACTIVE_WINDOW", 2)
     wait_until(lambda: desktop.x.active_id() == other.window.id, what="the user has turned to another")
     wait_until(lambda: "UTF8_STRING" in owner.asked(), what="it has handed over the text")
-    app.wait_until_idle(quiet=1.0)  # Longer than the time between two looks.
+    app.wait_until_idle(quiet=PAST_A_BEAT)
     desktop.copy_text("after")
     history.latest(text="after")
     assert history.texts() == ["after"]

@@ -8,12 +8,9 @@ import pathlib
 import pytest
 from harness.copying import CopySource, copy_until
 from harness.disk import UNDER_LIMITS, read_only
-from harness.history import History
+from harness.history import PAST_A_BEAT
 from harness.waiting import wait_until
 from PIL import Image, PngImagePlugin
-
-# Seconds: the clipboard is looked at on a beat of 0.7.
-PAST_A_BEAT = 1.0
 
 TEXT, MARKUP, TITLE, FILE, WITHHELD, HALF, UNSAVED = SECRETS = [
     f"{word}7Qz9xw" for word in ("text", "markup", "title", "file", "withheld", "half", "unsaved")
@@ -51,11 +48,6 @@ def everything_below(folder):
 @pytest.fixture
 def app(desktop):
     return desktop.launch(env=EVERYTHING_LOGGED)
-
-
-@pytest.fixture
-def history(desktop):
-    return History(desktop)
 
 
 def assert_hidden(desktop, app, history, recorded):

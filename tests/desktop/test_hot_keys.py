@@ -1,5 +1,7 @@
 """Hot keys at a real server: who gets the key, with which lock keys, under which layout."""
 
+import pathlib
+import re
 import subprocess
 
 import pytest
@@ -9,10 +11,11 @@ from Xlib.ext import xtest
 from harness.helper import Helper
 from harness.waiting import wait_until
 
-V, Z, C = 9, 6, 8
+V, Z, C, F12 = 9, 6, 8, 111
 COMMAND, SHIFT, OPTION, CONTROL = 0x100, 0x200, 0x800, 0x1000
 COMMAND_SHIFT = COMMAND | SHIFT
-KEY_V, KEY_Y, KEY_DOT = 55, 29, 60  # places on the keyboard, as the server counts them
+# Places on the keyboard, as the server counts them.
+KEY_V, KEY_Y, KEY_DOT, KEY_B, KEY_F12 = 55, 29, 60, 56, 96
 
 
 @pytest.fixture
@@ -25,10 +28,15 @@ def register(helper, code, modifiers):
     return helper.ask(f"register {code} {modifiers}", "registered", "refused") == "registered"
 
 
-def presses(helper):
+def presses(desktop, helper):
     """The presses that have been told of, once everything sent so far has been digested."""
-    helper.ask("turn", "turned")
-    return [line for line in helper.lines if line.startswith("pressed")]
+    # Presses are told of in their order, so one more shows that those before it are through.
+    before = helper.lines.count("pressed 111")
+    assert register(helper, F12, CONTROL | COMMAND)
+    strike(desktop, KEY_F12, "ctrl", "super")
+    helper.wait_for("pressed 111", before + 1)
+    helper.ask("unregister", "unregistered")
+    return [line for line in helper.lines if line.startswith("pressed") and line != "pressed 111"]
 
 
 def hold(desktop, code, down):
@@ -62,7 +70,7 @@ def test_a_press_is_heard_while_another_program_is_in_front_and_goes_to_nobody_e
     desktop.x.press_key("super+shift+b")
     client.wait_for("key release")
     assert not [event for _, event in client.events("key press") if event.detail == KEY_V]
-    assert presses(helper) == ["pressed 9"]
+    assert presses(desktop, helper) == ["pressed 9"]
 
 
 def test_lock_keys_change_nothing(desktop, start):
@@ -84,7 +92,7 @@ def test_other_modifiers_make_another_combination(desktop, start):
     assert register(helper, V, COMMAND_SHIFT)
     for chord in ("v", "shift+v", "super+v", "ctrl+super+shift+v", "alt+super+shift+v"):
         desktop.x.press_key(chord)
-    assert presses(helper) == []
+    assert presses(desktop, helper) == []
 
 
 @pytest.mark.parametrize(
@@ -117,12 +125,13 @@ def test_a_held_key_is_one_press(desktop, start):
     hold(desktop, KEY_V, False)
     for name in ("shift", "super"):
         hold(desktop, desktop.x._key_code(name), False)
-    assert presses(helper) == ["pressed 9"] * 2
+    assert presses(desktop, helper) == ["pressed 9"] * 2
 
 
 def wakeups(pid):
-    with open(f"/proc/{pid}/status") as stream:
-        return int(next(line for line in stream if line.startswith("voluntary")).split()[1])
+    """How often a thread of the process has woken up so far."""
+    threads = pathlib.Path(f"/proc/{pid}/task").glob("*/status")
+    return sum(int(re.search(r"^voluntary.*:\s*(\d+)", each.read_text(), re.M)[1]) for each in threads)
 
 
 def test_a_combination_that_another_program_holds_is_refused_whole(desktop, start):
@@ -135,7 +144,7 @@ def test_a_combination_that_another_program_holds_is_refused_whole(desktop, star
     helper = start()
     assert not register(helper, V, COMMAND_SHIFT)
     desktop.x.press_key("super+shift+v")
-    assert presses(helper) == []
+    assert presses(desktop, helper) == []
     second = start()
     holder.close()
     wait_until(lambda: register(second, V, COMMAND_SHIFT), what="the combination is free again")
@@ -150,7 +159,7 @@ def test_a_combination_that_is_given_back_is_free(desktop, start):
     assert register(second, V, COMMAND_SHIFT)
     desktop.x.press_key("super+shift+v")
     second.wait_for("pressed 9")
-    assert presses(first) == []
+    assert presses(desktop, first) == []
 
 
 def test_the_same_program_gets_a_combination_once(desktop, start):
@@ -160,7 +169,7 @@ def test_the_same_program_gets_a_combination_once(desktop, start):
     assert register(helper, C, COMMAND_SHIFT)
     desktop.x.press_key("super+shift+c")
     helper.wait_for("pressed 8")
-    assert presses(helper) == ["pressed 8"]
+    assert presses(desktop, helper) == ["pressed 8"]
 
 
 def test_a_code_without_a_key_is_refused(desktop, start):
@@ -174,17 +183,17 @@ def test_a_hot_key_follows_the_letter_to_another_layout(desktop, start):
 
     def moved(place):
         def heard():
-            before = len(presses(helper))
+            before = len(presses(desktop, helper))
             strike(desktop, place, "super", "shift")
-            return len(presses(helper)) > before
+            return len(presses(desktop, helper)) > before
 
         return heard
 
     set_layout(desktop, "us", "dvorak")
     wait_until(moved(KEY_DOT), what="the key that carries v in this layout is heard")
-    heard = len(presses(helper))
+    heard = len(presses(desktop, helper))
     strike(desktop, KEY_V, "super", "shift")
-    assert len(presses(helper)) == heard, "the old place has been given up"
+    assert len(presses(desktop, helper)) == heard, "the old place has been given up"
     set_layout(desktop, "us")
     wait_until(moved(KEY_V), what="the key is heard at its old place again")
 
@@ -209,6 +218,43 @@ def test_the_other_layout_being_active_changes_nothing_for_a_latin_letter(deskto
     assert xtest_group.returncode == 0, xtest_group.stderr
     strike(desktop, KEY_Y, "super", "shift")
     helper.wait_for("pressed 6", 2)
+
+
+def test_a_program_that_hangs_gives_the_keyboard_back(desktop, start):
+    client = desktop.client()
+    client.activate()
+    helper = start()
+    assert register(helper, V, COMMAND_SHIFT)
+    helper.ask("busy", "busy")
+    client.forget()
+    for _ in range(2):
+        desktop.x.press_key("super+shift+v")
+        desktop.x.press_key("b")
+        wait_until(
+            lambda: [event for _, event in client.events("key release") if event.detail == KEY_B],
+            what="what is typed next arrives in the program in front",
+        )
+        client.forget()
+    assert "pressed 9" not in helper.lines, "it still hangs"
+    helper.send("")
+    helper.wait_for("pressed 9", 2)
+    desktop.x.press_key("super+shift+v")
+    helper.wait_for("pressed 9", 3)
+
+
+def test_a_key_has_the_code_that_is_registered_for_it(desktop, start):
+    helper = start()
+
+    def code(place):
+        return helper.ask(f"code {place}", *(f"code {each}" for each in range(128)), "no code")
+
+    assert code(KEY_V) == "code 9"
+    set_layout(desktop, "us", "dvorak")
+    wait_until(lambda: code(KEY_DOT) == "code 9", what="the key that carries v in this layout has its code")
+    set_layout(desktop, "ru")
+    wait_until(lambda: code(KEY_V) == "code 9", what="without the letter its place has the code")
+    assert code(desktop.x._key_code("super")) == "no code"
+    assert code(1000) == "no code"
 
 
 def test_under_xwayland_there_are_none(sway_desktop):

@@ -1,25 +1,11 @@
 """The status item's side of the bus protocols, before a watcher of ours."""
 
 import dbus
-import pytest
 
 from harness.tray import Bar
 from harness.waiting import wait_until
 
 PIN, SEPARATOR, SETTINGS, QUIT = 1, 2, 3, 4
-
-
-@pytest.fixture
-def start_item(start_helper):
-    """Starts a program with a status item."""
-    return lambda: start_helper("statusitem")
-
-
-@pytest.fixture
-def bar(desktop):
-    bar = Bar(desktop)
-    yield bar
-    bar.close()
 
 
 def test_the_item_tells_what_it_is(start_item, bar):

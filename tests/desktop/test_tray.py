@@ -8,19 +8,6 @@ from harness.tray import Bar, XfcePanel, icon_in_bar, keyboard_is_held, own_menu
 from harness.waiting import wait_until
 
 
-@pytest.fixture
-def start_item(start_helper):
-    """Starts a program with a status item."""
-    return lambda: start_helper("statusitem")
-
-
-@pytest.fixture
-def bar(desktop):
-    bar = Bar(desktop)
-    yield bar
-    bar.close()
-
-
 # -- a real bar ------------------------------------------------------------------------------------
 
 

@@ -17,6 +17,8 @@ public:
 
     /// Combinations that another program holds.
     std::set<Combination> heldByOthers;
+    /// The keys that have a code, by their scan code.
+    std::map<quint32, quint32> virtualKeyCodes;
     /// How often a registration was asked for.
     int requests = 0;
 
@@ -30,6 +32,12 @@ public:
         auto shared = std::make_shared<std::function<void()>>(std::move(handler));
         m_registered[combination] = shared;
         return std::make_unique<FakeToken>(m_registered, combination, std::move(shared));
+    }
+
+    std::optional<quint32> virtualKeyCode(quint32 scanCode) const override
+    {
+        const auto found = virtualKeyCodes.find(scanCode);
+        return found == virtualKeyCodes.end() ? std::nullopt : std::optional(found->second);
     }
 
     bool isRegistered(quint32 keyCode, quint32 modifiers) const

@@ -22,6 +22,7 @@ public:
         written.push_back(contents);
         copy(std::move(contents));
     }
+    void whenRead(std::function<void()> then) override { m_whenRead = std::move(then); }
     void setChangeHandler(std::function<void()> handler) override { m_handler = std::move(handler); }
 
     /// Another program copies.
@@ -38,6 +39,13 @@ public:
         copy(std::move(contents));
     }
 
+    /// Another program fetches what was written.
+    void read()
+    {
+        if (const auto then = std::exchange(m_whenRead, nullptr))
+            then();
+    }
+
     /// The count grows, whatever the contents.
     void bump()
     {
@@ -49,4 +57,5 @@ public:
 
 private:
     std::function<void()> m_handler;
+    std::function<void()> m_whenRead;
 };

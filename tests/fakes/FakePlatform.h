@@ -1,10 +1,14 @@
 #pragma once
 
 #include "fakes/FakeAlertSound.h"
+#include "fakes/FakeGlobalHotKeys.h"
+#include "fakes/FakeHttpSession.h"
 #include "fakes/FakeImageCodec.h"
+#include "fakes/FakeKeystrokes.h"
 #include "fakes/FakePasteboard.h"
 #include "fakes/FakePointerMonitor.h"
 #include "fakes/FakeScreens.h"
+#include "fakes/FakeStatusItem.h"
 #include "fakes/FakeWindowServer.h"
 #include "fakes/FakeWorkspace.h"
 #include "fakes/ManualClock.h"
@@ -26,21 +30,18 @@ struct FakePlatform
     FakePasteboard pasteboard;
     FakeWorkspace workspace;
     FakeImageCodec imageCodec;
+    FakeStatusItem statusItem;
+    FakeGlobalHotKeys hotKeys{mainQueue};
+    FakeKeystrokes keystrokes;
+    FakeHttpSession httpSession;
     QTemporaryDir folder;
     UserDefaults userDefaults{folder.filePath(QStringLiteral("defaults.json"))};
 
     Platform ports()
     {
-        return {clock,
-                mainQueue,
-                screens,
-                pointer,
-                windowServer,
-                alertSound,
-                pasteboard,
-                workspace,
-                imageCodec,
-                userDefaults,
-                folder.filePath(QStringLiteral("support"))};
+        return {
+            clock,      mainQueue,  screens,     pointer,      windowServer,
+            alertSound, pasteboard, workspace,   imageCodec,   statusItem,
+            hotKeys,    keystrokes, httpSession, userDefaults, folder.filePath(QStringLiteral("support"))};
     }
 };

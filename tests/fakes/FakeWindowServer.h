@@ -3,6 +3,7 @@
 #include "platform/WindowServer.h"
 
 #include <optional>
+#include <vector>
 
 /// Remembers what was asked of the one window under test. The window itself is never mapped.
 class FakeWindowServer final : public WindowServer
@@ -16,6 +17,8 @@ public:
     std::optional<QRegion> outline;
     int ordersFront = 0;
     bool isKey = false;
+    /// Oldest first.
+    std::vector<const QWindow*> activated;
 
     void applyTraits(QWindow&, const WindowTraits& given) override { traits = given; }
     void setFrame(QWindow&, const ScreenRect& given) override { frame = given; }
@@ -27,6 +30,7 @@ public:
     void orderFrontRegardless(QWindow&) override { ++ordersFront; }
     void makeKeyAndOrderFront(QWindow&) override { isKey = true; }
     void resignKey(QWindow&) override { isKey = false; }
+    void activateIgnoringOtherApps(QWindow& window) override { activated.push_back(&window); }
 
     void setCompositing(bool given)
     {

@@ -1,16 +1,8 @@
+#include "Require.h"
 #include "clipboard/ClipboardHistoryFile.h"
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
-
-namespace {
-void require(bool holds)
-{
-    if (!holds)
-        std::abort();
-}
-} // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {

@@ -1,3 +1,4 @@
+#include "Require.h"
 #include "clipboard/ColorParser.h"
 
 #include <QString>
@@ -5,16 +6,9 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <cstring>
 
 namespace {
-void require(bool holds)
-{
-    if (!holds)
-        std::abort();
-}
-
 bool isFraction(double value)
 {
     return value >= 0 && value <= 1;

@@ -1,3 +1,4 @@
+#include "Require.h"
 #include "clipboard/ClipContentDetector.h"
 #include "clipboard/ColorParser.h"
 #include "clipboard/PslLinkDetector.h"
@@ -7,16 +8,9 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <cstring>
 
 namespace {
-void require(bool holds)
-{
-    if (!holds)
-        std::abort();
-}
-
 void checkKind(const QString& text)
 {
     const QString trimmed = text.trimmed();

@@ -1,3 +1,4 @@
+#include "Require.h"
 #include "platform/linux/images/QtImageCodec.h"
 
 #include <QCoreApplication>
@@ -5,15 +6,8 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 
 namespace {
-void require(bool holds)
-{
-    if (!holds)
-        std::abort();
-}
-
 const QtImageCodec& codec()
 {
     // The toolkit looks for its plugins beside an application.

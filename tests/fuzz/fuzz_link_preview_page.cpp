@@ -1,3 +1,4 @@
+#include "Require.h"
 #include "clipboard/LinkPreviewPage.h"
 
 #include <QRegularExpression>
@@ -5,17 +6,10 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <cstring>
 
 namespace {
 constexpr auto patternOptions = QRegularExpression::CaseInsensitiveOption;
-
-void require(bool holds)
-{
-    if (!holds)
-        std::abort();
-}
 
 /// The first group of the first match, or the match where there is no group.
 std::optional<QString> firstMatch(const QString& pattern, const QString& text,

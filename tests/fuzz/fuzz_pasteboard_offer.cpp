@@ -1,6 +1,7 @@
 // The input: the targets of an offer, one a line, then an empty line, then the bytes that each of them
 // yields.
 
+#include "Require.h"
 #include "platform/linux/PasteboardForms.h"
 #include "platform/linux/PasteboardOffer.h"
 
@@ -9,15 +10,8 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 
 namespace {
-void require(bool holds)
-{
-    if (!holds)
-        std::abort();
-}
-
 void requireServed(const PasteboardContents& contents)
 {
     for (const QString& target : PasteboardForms::targets(contents))

@@ -1,3 +1,4 @@
+#include "Require.h"
 #include "platform/linux/UriList.h"
 
 #include <QByteArray>
@@ -5,15 +6,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
-
-namespace {
-void require(bool holds)
-{
-    if (!holds)
-        std::abort();
-}
-} // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {

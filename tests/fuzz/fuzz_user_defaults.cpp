@@ -1,18 +1,12 @@
+#include "Require.h"
 #include "support/JsonObject.h"
 
 #include <QString>
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 
 namespace {
-void require(bool holds)
-{
-    if (!holds)
-        std::abort();
-}
-
 /// Whether the text holds a T, which then comes through a write and a read.
 template <typename T>
 bool holds(const QByteArray& text)

@@ -1,18 +1,10 @@
+#include "Require.h"
 #include "platform/linux/applications/ApplicationMatch.h"
 #include "platform/linux/applications/DesktopEntryParser.h"
 #include "platform/linux/applications/ProcessReader.h"
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
-
-namespace {
-void require(bool holds)
-{
-    if (!holds)
-        std::abort();
-}
-} // namespace
 
 // What a desktop file, a process and a window say of themselves; here all three say the same.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)

@@ -4,19 +4,13 @@
 #include <QPointer>
 
 namespace {
-std::vector<std::unique_ptr<NotchModule>> probes()
-{
-    std::vector<std::unique_ptr<NotchModule>> modules;
-    for (const auto& id : {u"media"_qs, u"vitals"_qs, u"calendar"_qs, u"mirror"_qs})
-        modules.push_back(std::make_unique<ProbeModule>(id));
-    return modules;
-}
-
 /// The views of modules in the drawer and beside the notch: when they are made, and that they stay.
 class ModuleStageTest : public PanelTest
 {
 protected:
-    ModuleStageTest() : PanelTest(probes()) {}
+    ModuleStageTest()
+        : PanelTest(modules<ProbeModule>({u"media"_qs, u"vitals"_qs, u"calendar"_qs, u"mirror"_qs}))
+    {}
 
     QQuickItem* view(const QString& id, const QString& place = QStringLiteral("expanded"))
     {
@@ -26,12 +20,6 @@ protected:
     ProbeModule& probe(const QString& id)
     {
         return dynamic_cast<ProbeModule&>(*delegate.registry().module(id));
-    }
-
-    void enable(const QStringList& ids)
-    {
-        delegate.settings().setEnabledModuleIDs(ids);
-        platform.mainQueue.runUntilIdle();
     }
 
     void select(const QString& id)

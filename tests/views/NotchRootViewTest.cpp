@@ -9,18 +9,12 @@ using testing::ElementsAre;
 using testing::Not;
 
 namespace {
-std::vector<std::unique_ptr<NotchModule>> furtherModules()
-{
-    std::vector<std::unique_ptr<NotchModule>> modules;
-    for (const auto& id : {u"media"_qs, u"vitals"_qs, u"calendar"_qs, u"mirror"_qs})
-        modules.push_back(std::make_unique<TestModule>(id));
-    return modules;
-}
-
 class NotchRootViewTest : public PanelTest
 {
 protected:
-    NotchRootViewTest() : PanelTest(furtherModules()) {}
+    NotchRootViewTest()
+        : PanelTest(modules<TestModule>({u"media"_qs, u"vitals"_qs, u"calendar"_qs, u"mirror"_qs}))
+    {}
 
     QQuickItem* drawer()
     {
@@ -31,12 +25,6 @@ protected:
     QRectF drawerRect() { return drawer()->mapRectToScene(QRectF({}, drawer()->size())); }
 
     QColor at(int x, int y) { return picture().pixelColor(x, y); }
-
-    void enable(const QStringList& ids)
-    {
-        delegate.settings().setEnabledModuleIDs(ids);
-        platform.mainQueue.runUntilIdle();
-    }
 
     QString activeID() { return delegate.panelState().activeModuleID(); }
 };
@@ -80,8 +68,8 @@ TEST_F(NotchRootViewTest, WhatIsNotDrawnIsTransparent)
 TEST_F(NotchRootViewTest, TheIconBarShowsTheVisibleModulesInOrder)
 {
     launchOpen();
-    EXPECT_THAT(controlNames().mid(0, 5),
-                ElementsAre(u"media"_qs, u"vitals"_qs, u"calendar"_qs, u"Timer"_qs, u"mirror"_qs));
+    EXPECT_THAT(controlNames().mid(0, 6), ElementsAre(u"media"_qs, u"vitals"_qs, u"calendar"_qs, u"Timer"_qs,
+                                                      u"Clipboard"_qs, u"mirror"_qs));
     delegate.settings().moveModule(4, 0);
     platform.mainQueue.runUntilIdle();
     EXPECT_EQ(controlNames().first(), u"Timer"_qs);

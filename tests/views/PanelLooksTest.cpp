@@ -10,18 +10,10 @@
 #include <cmath>
 
 namespace {
-std::vector<std::unique_ptr<NotchModule>> furtherModules()
-{
-    std::vector<std::unique_ptr<NotchModule>> modules;
-    for (const auto& id : {u"media"_qs, u"vitals"_qs})
-        modules.push_back(std::make_unique<TestModule>(id));
-    return modules;
-}
-
 class PanelLooksTest : public PanelTest
 {
 protected:
-    PanelLooksTest() : PanelTest(furtherModules()) {}
+    PanelLooksTest() : PanelTest(modules<TestModule>({u"media"_qs, u"vitals"_qs})) {}
 
     static QRectF place(QQuickItem* item) { return item->mapRectToScene(QRectF({}, item->size())); }
 

@@ -25,8 +25,15 @@ protected:
         platform.screens.setSingle({0, 0, 1280, 800});
     }
 
-    /// A module that shows nothing and can be made to ask for the peek.
-    static std::unique_ptr<TestModule> module(const QString& id) { return std::make_unique<TestModule>(id); }
+    /// One of that kind for each id.
+    template <typename Module>
+    static std::vector<std::unique_ptr<NotchModule>> modules(const QStringList& ids)
+    {
+        std::vector<std::unique_ptr<NotchModule>> modules;
+        for (const auto& id : ids)
+            modules.push_back(std::make_unique<Module>(id));
+        return modules;
+    }
 
     void launch()
     {
@@ -44,6 +51,13 @@ protected:
         delegate.panelState().setActiveModuleID(moduleID);
         delegate.setPinned(true);
         settle();
+    }
+
+    /// In that order, while it runs.
+    void enable(const QStringList& ids)
+    {
+        delegate.settings().setEnabledModuleIDs(ids);
+        platform.mainQueue.runUntilIdle();
     }
 
     /// Waits until springs and fades have come to rest.

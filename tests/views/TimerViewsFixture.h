@@ -7,6 +7,12 @@
 class TimerViewsFixture : public PanelTest
 {
 protected:
+    TimerViewsFixture()
+    {
+        // Else the icon bar would show more than the timer.
+        delegate.settings().setEnabledModuleIDs({u"timer"_qs});
+    }
+
     TimerService& service() { return delegate.timerService(); }
 
     void advance(double seconds)

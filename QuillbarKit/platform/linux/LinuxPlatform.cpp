@@ -1,9 +1,13 @@
 #include "platform/linux/LinuxPlatform.h"
 
 #include "platform/linux/dbus/SessionInstanceOwner.h"
+#include "platform/linux/http/QtHttpSession.h"
 #include "platform/linux/images/QtImageCodec.h"
 #include "platform/linux/sound/CanberraAlertSound.h"
+#include "platform/linux/tray/DesktopStatusItem.h"
 #include "platform/linux/x11/X11Connection.h"
+#include "platform/linux/x11/X11HotKeys.h"
+#include "platform/linux/x11/X11Keystrokes.h"
 #include "platform/linux/x11/X11Pasteboard.h"
 #include "platform/linux/x11/X11PointerMonitor.h"
 #include "platform/linux/x11/X11Screens.h"
@@ -14,6 +18,7 @@
 #include "support/QtMainQueue.h"
 #include "support/UserDefaults.h"
 
+#include <QDBusConnection>
 #include <QtGlobal>
 
 #include <array>
@@ -30,6 +35,9 @@ struct LinuxPlatform::Parts
     X11Connection pointerConnection;
     X11Connection windowsConnection;
     X11Connection workspaceConnection;
+    X11Connection statusItemConnection;
+    X11Connection hotKeysConnection;
+    X11Connection keystrokesConnection;
     X11Screens screens{screensConnection, mainQueue};
     X11PointerMonitor pointerMonitor{pointerConnection, screens, pointerConnection.isXWayland()};
     X11WindowServer windowServer{windowsConnection, windowsConnection.isXWayland()};
@@ -37,6 +45,10 @@ struct LinuxPlatform::Parts
     QtImageCodec imageCodec;
     X11Pasteboard pasteboard{imageCodec, mainQueue, [this] { return workspace.frontmostApplication(); }};
     X11Workspace workspace{workspaceConnection, DesktopEntries::ofSession()};
+    DesktopStatusItem statusItem{QDBusConnection::sessionBus(), statusItemConnection, mainQueue};
+    X11HotKeys hotKeys{hotKeysConnection, mainQueue, hotKeysConnection.isXWayland()};
+    X11Keystrokes keystrokes{keystrokesConnection, mainQueue};
+    QtHttpSession httpSession{mainQueue};
     UserDefaults userDefaults{AppPaths::configDirectory() + QStringLiteral("/defaults.json")};
 };
 
@@ -103,10 +115,11 @@ LinuxPlatform::~LinuxPlatform() = default;
 
 Platform LinuxPlatform::ports()
 {
-    return {m_parts->clock,          m_parts->mainQueue,          m_parts->screens,
-            m_parts->pointerMonitor, m_parts->windowServer,       m_parts->alertSound,
-            m_parts->pasteboard,     m_parts->workspace,          m_parts->imageCodec,
-            m_parts->userDefaults,   AppPaths::supportDirectory()};
+    return {m_parts->clock,          m_parts->mainQueue,    m_parts->screens,
+            m_parts->pointerMonitor, m_parts->windowServer, m_parts->alertSound,
+            m_parts->pasteboard,     m_parts->workspace,    m_parts->imageCodec,
+            m_parts->statusItem,     m_parts->hotKeys,      m_parts->keystrokes,
+            m_parts->httpSession,    m_parts->userDefaults, AppPaths::supportDirectory()};
 }
 
 InstanceOwner& LinuxPlatform::instanceOwner()

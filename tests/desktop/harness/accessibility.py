@@ -10,8 +10,9 @@ from .waiting import wait_until
 
 _FLAGS = Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT | Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION
 _ACCESSIBLE = "org.a11y.atspi.Accessible"
+_ACTION = "org.a11y.atspi.Action"
 # Numbers of the protocol's states.
-_CHECKED, _SHOWING = 4, 25
+_CHECKED, _FOCUSED, _SELECTED, _SHOWING = 4, 12, 23, 25
 _REGISTRY = ("org.a11y.atspi.Registry", "/org/a11y/atspi/accessible/root")
 
 
@@ -59,6 +60,15 @@ class Accessible:
         return self._has_state(_CHECKED)
 
     @property
+    def focused(self):
+        """Whether it has the keyboard."""
+        return self._has_state(_FOCUSED)
+
+    @property
+    def selected(self):
+        return self._has_state(_SELECTED)
+
+    @property
     def showing(self):
         """Whether it is on the screen, as far as the program knows."""
         return self._has_state(_SHOWING)
@@ -77,8 +87,9 @@ class Accessible:
         return self._call("org.a11y.atspi.Component", "GetExtents", GLib.Variant("(u)", (0,)))[0]
 
     def press(self):
-        """Do the node's first action, as assistive software does."""
-        assert self._call("org.a11y.atspi.Action", "DoAction", GLib.Variant("(i)", (0,)))[0]
+        """Do what a press of the node does, as assistive software does."""
+        names = [each[0] for each in self._call(_ACTION, "GetActions")[0]]
+        assert self._call(_ACTION, "DoAction", GLib.Variant("(i)", (names.index("Press"),)))[0]
 
     def walk(self, depth=0):
         """This node and all below it, as (depth, node)."""

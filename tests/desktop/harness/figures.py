@@ -1,12 +1,24 @@
-"""What a process costs, read from /proc."""
+"""What a process costs and whether it is at work, read from /proc."""
 
 import os
+import time
 
 _TICKS = os.sysconf("SC_CLK_TCK")
 
 
 class Figures:
     """For a class with a `pid`."""
+
+    def wait_until_idle(self, quiet=0.15, timeout=15.0):
+        """Wait until the process has slept through `quiet` seconds: it has digested all events."""
+        deadline = time.monotonic() + timeout
+        last, since = self.context_switches(), time.monotonic()
+        while time.monotonic() - since < quiet:
+            assert time.monotonic() < deadline, f"process {self.pid} never came to rest"
+            time.sleep(0.01)
+            now = self.context_switches()
+            if now != last:
+                last, since = now, time.monotonic()
 
     def cpu_seconds(self):
         """User and system time of all threads, in seconds (resolution 10 ms)."""

@@ -8,6 +8,9 @@ from PIL import Image
 
 from .waiting import wait_until
 
+# Seconds: the clipboard is looked at on a beat of 0.7.
+PAST_A_BEAT = 1.0
+
 
 class History:
     def __init__(self, desktop):

@@ -7,7 +7,7 @@ import pathlib
 
 from Xlib import X
 
-from .session import REPOSITORY, App
+from .session import REPOSITORY
 from .waiting import wait_until
 from .x11 import connect
 
@@ -26,7 +26,7 @@ class Board:
         arguments = [f"{name}={value}" for name, value in options.items()]
         # A shell hands the pipe on as its standard input.
         command = ["/bin/sh", "-c", f'exec "$0" "$@" </dev/fd/{read_end}', PROGRAM, *arguments]
-        self.process = desktop.start("pasteboard", command, env, kind=App, pass_fds=(read_end,))
+        self.process = desktop.start("pasteboard", command, env, pass_fds=(read_end,))
         os.close(read_end)
 
     def say(self, line):

@@ -7,6 +7,7 @@ import select
 import signal
 import subprocess
 
+from .figures import Figures
 from .waiting import wait_until
 
 _libc = ctypes.CDLL(None)
@@ -18,7 +19,7 @@ def _die_with_parent():
     _libc.prctl(_PR_SET_PDEATHSIG, signal.SIGKILL)
 
 
-class Process:
+class Process(Figures):
     """One running program; its output goes to a file that tests may read."""
 
     def __init__(self, name, argv, env, log, pass_fds=(), user=None):

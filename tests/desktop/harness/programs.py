@@ -1,7 +1,10 @@
 """Programs of other makers that copy and paste, driven as their users drive them."""
 
 import json
+import shlex
 import time
+
+from Xlib import X
 
 from .waiting import wait_until
 
@@ -21,7 +24,10 @@ class Program:
 
     @property
     def title(self):
-        return self.desktop.x.text_property(self.window, "_NET_WM_NAME") or ""
+        # In one request: a title that shrinks between two makes the second an error.
+        name = self.desktop.x.atom("_NET_WM_NAME")
+        answer = self.window.get_full_property(name, X.AnyPropertyType, 1 << 14)
+        return answer.value.decode() if answer else ""
 
     @property
     def place(self):
@@ -47,20 +53,63 @@ class Program:
                     raise
 
 
+class Editor(Program):
+    """With one file, which tells what is in it once it has been saved."""
+
+    def __init__(self, desktop, name, argv, text):
+        self.path = desktop.home / f"{name}.txt"
+        self.path.write_text(text)
+        super().__init__(desktop, name, [*argv, self.path])
+
+    def wait_for(self, text):
+        """Until it has been changed and that is all of its text; a line feed at the end is the editor's own."""
+        wait_until(lambda: "*" in self.title, what="the editor's text has changed")
+        self.do_until(
+            lambda: self.press("ctrl+s"),
+            lambda: self.path.read_text().removesuffix("\n") == text,
+            f"the editor holds {text!r}",
+        )
+
+
 def gtk_editor(desktop, text=""):
-    path = desktop.home / "gtk.txt"
-    path.write_text(text)
-    return Program(desktop, "mousepad", ["mousepad", "--disable-server", path])
+    return Editor(desktop, "mousepad", ["mousepad", "--disable-server"], text)
 
 
 def qt_editor(desktop, text=""):
-    path = desktop.home / "qt.txt"
-    path.write_text(text)
-    return Program(desktop, "featherpad", ["featherpad", path])
+    folder = desktop.config_home / "featherpad"
+    folder.mkdir(exist_ok=True)
+    # A save would change the text.
+    (folder / "fp.conf").write_text("[text]\nappendEmptyLine=false\n")
+    return Editor(desktop, "featherpad", ["featherpad"], text)
+
+
+class Terminal(Program):
+    """What is typed and pasted into it goes to a program that keeps it."""
+
+    def __init__(self, desktop, name, argv):
+        self.typed = desktop.root / "typed"
+        reader = desktop.root / "reader"
+        reader.write_text(f"#!/bin/sh\nstty raw -echo\nexec cat > {shlex.quote(str(self.typed))}\n")
+        reader.chmod(0o755)
+        super().__init__(desktop, name, [*argv, "-e", reader])
+        wait_until(self.typed.exists, 30.0, "the program in the terminal reads")
+
+    def wait_for(self, text):
+        wait_until(lambda: self.typed.read_text() == text, what=f"{text!r} has been typed")
+
+
+def xterm(desktop):
+    """With the paste chord of most terminals."""
+    chord = "XTerm.VT100.translations: #override Ctrl Shift <Key>V: insert-selection(CLIPBOARD)"
+    return Terminal(desktop, "xterm", ["xterm", "-xrm", chord])
+
+
+def lxterminal(desktop):
+    return Terminal(desktop, "lxterminal", ["lxterminal", "--no-remote"])
 
 
 def file_manager(desktop, folder):
-    return Program(desktop, "pcmanfm", ["pcmanfm", folder])
+    return Program(desktop, "pcmanfm", ["pcmanfm", "--new-win", folder])
 
 
 _BROWSER_PREFERENCES = {

@@ -6,10 +6,8 @@ import pathlib
 import pwd
 import shutil
 import tempfile
-import time
 
 from . import clock
-from .figures import Figures
 from .processes import Process, kill_leftovers, read_line_from
 from .waiting import wait_until
 
@@ -19,21 +17,6 @@ FAILURES = REPOSITORY / "out" / "desktop-failures"
 
 # The only services that a session's bus may start. The machine's own list stays out of reach.
 BUS_SERVICES = ("org.a11y.Bus", "org.xfce.Xfconf")
-
-
-class App(Process, Figures):
-    """A running Quillbar."""
-
-    def wait_until_idle(self, quiet=0.15, timeout=15.0):
-        """Wait until the process has slept through `quiet` seconds: it has digested all events."""
-        deadline = time.monotonic() + timeout
-        last, since = self.context_switches(), time.monotonic()
-        while time.monotonic() - since < quiet:
-            assert time.monotonic() < deadline, f"{self.name} never came to rest"
-            time.sleep(0.01)
-            now = self.context_switches()
-            if now != last:
-                last, since = now, time.monotonic()
 
 
 class Session:
@@ -84,13 +67,13 @@ class Session:
 
     # -- processes -------------------------------------------------------------------------
 
-    def start(self, name, argv, env=None, kind=Process, pass_fds=()):
+    def start(self, name, argv, env=None, pass_fds=()):
         """Start a program inside the session. `env` adds to the session's environment; a value
         of None takes a variable away."""
         merged = {**self.env, **(env or {})}
         merged = {key: value for key, value in merged.items() if value is not None}
         log = self.logs / f"{len(self.processes):02d}-{name}.log"
-        process = kind(name, [str(word) for word in argv], merged, log, pass_fds, self.user)
+        process = Process(name, [str(word) for word in argv], merged, log, pass_fds, self.user)
         self.processes.append(process)
         return process
 
@@ -146,7 +129,7 @@ class Session:
         """Start the program without waiting for anything; `under` is a command that becomes the program."""
         additions = {"QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1", "NO_AT_BRIDGE": None}
         additions.update(env or {})
-        return self.start("quillbar", [*under, self.binary(), *arguments], additions, kind=App)
+        return self.start("quillbar", [*under, self.binary(), *arguments], additions)
 
     # -- end -------------------------------------------------------------------------------
 

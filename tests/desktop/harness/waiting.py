@@ -19,7 +19,7 @@ def wait_until(condition, timeout=10.0, what="the condition holds", interval=0.0
         time.sleep(interval)
 
 
-def holds_for(condition, seconds, what):
+def holds_for(condition, seconds, what, interval=0.004):
     """Assert that `condition` stays true for `seconds`, sampled all the time.
 
     For the facts whose subject is time itself ("nothing opens meanwhile").
@@ -28,7 +28,7 @@ def holds_for(condition, seconds, what):
     while time.monotonic() < end:
         value = condition()
         assert value, f"did not hold: {what} (value: {value!r})"
-        time.sleep(0.004)
+        time.sleep(interval)
 
 
 def holds_until(condition, moment, what):

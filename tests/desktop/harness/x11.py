@@ -262,7 +262,11 @@ class XDisplay:
         return self._region(window, shape.SK.Input)
 
     def property(self, window, name, kind=X.AnyPropertyType):
-        answer = window.get_full_property(self.atom(name), kind)
+        """None also for a window that has just gone."""
+        try:
+            answer = window.get_full_property(self.atom(name), kind)
+        except error.BadWindow:
+            return None
         return None if answer is None else answer.value
 
     def text_property(self, window, name):

@@ -1,7 +1,8 @@
 // Each line on standard input is a command, answered by a line:
 //   register CODE MODIFIERS   "registered" or "refused"
 //   unregister                "unregistered", for the combination registered last
-//   turn                      "turned", once the event loop has come round
+//   busy                      "busy"; the main thread then does nothing until there is more input
+//   code SCANCODE             "code CODE" of that key, or "no code"
 // and each press of a combination writes "pressed CODE". Ends with the input.
 
 #include "CommandReader.h"
@@ -12,7 +13,9 @@
 #include <QCoreApplication>
 
 #include <iostream>
+#include <poll.h>
 #include <sstream>
+#include <unistd.h>
 #include <vector>
 
 int main(int argc, char* argv[])
@@ -39,9 +42,17 @@ int main(int argc, char* argv[])
         } else if (verb == "unregister") {
             tokens.pop_back();
             std::cout << "unregistered" << std::endl;
-        } else if (verb == "turn") {
-            // Two turns, so that what arrived together with this line comes before the answer.
-            mainQueue.async([&] { mainQueue.async([] { std::cout << "turned" << std::endl; }); });
+        } else if (verb == "busy") {
+            std::cout << "busy" << std::endl;
+            pollfd input{STDIN_FILENO, POLLIN, 0};
+            poll(&input, 1, -1);
+        } else if (verb == "code") {
+            quint32 scanCode = 0;
+            words >> scanCode;
+            if (const auto code = hotKeys.virtualKeyCode(scanCode))
+                std::cout << "code " << *code << std::endl;
+            else
+                std::cout << "no code" << std::endl;
         }
     });
     return QCoreApplication::exec();

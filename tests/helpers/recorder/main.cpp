@@ -9,8 +9,10 @@
 #include "fakes/FakePasteboard.h"
 #include "fakes/FakeWorkspace.h"
 #include "fakes/ManualMainQueue.h"
+#include "fakes/ManualSerialQueue.h"
 #include "helpers/recorder/RecordedState.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <random>
@@ -22,7 +24,8 @@ class Recorder
 {
 public:
     Recorder(const QString& path, unsigned seed)
-        : m_random(seed), m_watcher(m_pasteboard, m_workspace, m_imageCodec, m_clock, m_queue, path)
+        : m_random(seed),
+          m_watcher(m_pasteboard, m_workspace, m_imageCodec, m_clock, m_queue, m_imageQueue, path)
     {
         m_watcher.start();
     }
@@ -61,15 +64,31 @@ private:
     void changeClip(int what, const Clip& clip)
     {
         if (what == 5)
-            m_watcher.togglePin(clip);
+            togglePin(clip);
         else if (what == 6)
             m_watcher.updateText(clip, clip.text + QStringLiteral(" edited"));
         else if (what == 7)
-            m_watcher.copy(clip);
+            copyBack(clip);
         else if (what == 8 && m_watcher.boards().size() < 5)
             m_watcher.addBoard(QStringLiteral("Board"));
         else if (!m_watcher.boards().isEmpty())
             m_watcher.addClip(clip.uuid, m_watcher.boards().first().id);
+    }
+
+    /// Unless it would leave more than are kept unpinned: the next capture would then push out two at once.
+    void togglePin(const Clip& clip)
+    {
+        const auto& clips = m_watcher.clips();
+        const auto unpinned = std::ranges::count(clips, false, &Clip::pinned);
+        if (!clip.pinned || unpinned < m_watcher.maxItems())
+            m_watcher.togglePin(clip);
+    }
+
+    void copyBack(const Clip& clip)
+    {
+        m_watcher.copy(clip);
+        m_imageQueue->runAll();
+        m_queue.runUntilIdle();
     }
 
     std::mt19937 m_random;
@@ -78,6 +97,8 @@ private:
     FakePasteboard m_pasteboard;
     FakeWorkspace m_workspace;
     FakeImageCodec m_imageCodec;
+    std::shared_ptr<ManualSerialQueue> m_imageQueue =
+        std::make_shared<ManualSerialQueue>(QStringLiteral("images"));
     ClipboardWatcher m_watcher;
 };
 } // namespace

@@ -78,6 +78,16 @@ protected:
     QString rows() const { return follower.read().join(QString()); }
     QVariant data(int role) const { return model.data(model.index(0), role); }
     void expectFollowed() { EXPECT_EQ(follower.rows(), follower.read()); }
+    /// What the model tells while its clips `before` become those `after`.
+    QStringList told(const QString& before, const QString& after)
+    {
+        model.setClips(clips(before));
+        follower.told.clear();
+        model.setClips(clips(after));
+        EXPECT_EQ(rows(), after);
+        expectFollowed();
+        return follower.told;
+    }
 
     ClipRowsModel model{[](const Clip& clip) { return QStringLiteral("label of ") + clip.text; }};
     Follower follower{model};
@@ -88,42 +98,23 @@ private:
 
 TEST_F(ClipRowsModelTest, InsertsWhatIsNew)
 {
-    model.setClips(clips(QStringLiteral("bd")));
-    follower.told.clear();
-    model.setClips(clips(QStringLiteral("abcd")));
-    EXPECT_EQ(rows(), u"abcd");
-    EXPECT_THAT(follower.told, ElementsAre(u"inserted 0", u"inserted 2"));
-    expectFollowed();
+    EXPECT_THAT(told(QStringLiteral("bd"), QStringLiteral("abcd")),
+                ElementsAre(u"inserted 0", u"inserted 2"));
 }
 
 TEST_F(ClipRowsModelTest, RemovesWhatIsGone)
 {
-    model.setClips(clips(QStringLiteral("abcd")));
-    follower.told.clear();
-    model.setClips(clips(QStringLiteral("ac")));
-    EXPECT_EQ(rows(), u"ac");
-    EXPECT_THAT(follower.told, ElementsAre(u"removed 3", u"removed 1"));
-    expectFollowed();
+    EXPECT_THAT(told(QStringLiteral("abcd"), QStringLiteral("ac")), ElementsAre(u"removed 3", u"removed 1"));
 }
 
 TEST_F(ClipRowsModelTest, MovesAClipThatWentUp)
 {
-    model.setClips(clips(QStringLiteral("abcd")));
-    follower.told.clear();
-    model.setClips(clips(QStringLiteral("dabc")));
-    EXPECT_EQ(rows(), u"dabc");
-    EXPECT_THAT(follower.told, ElementsAre(u"moved 3 0"));
-    expectFollowed();
+    EXPECT_THAT(told(QStringLiteral("abcd"), QStringLiteral("dabc")), ElementsAre(u"moved 3 0"));
 }
 
 TEST_F(ClipRowsModelTest, MovesAClipThatWentDownAndNotThoseItPassed)
 {
-    model.setClips(clips(QStringLiteral("abcd")));
-    follower.told.clear();
-    model.setClips(clips(QStringLiteral("bcda")));
-    EXPECT_EQ(rows(), u"bcda");
-    EXPECT_THAT(follower.told, ElementsAre(u"moved 0 4"));
-    expectFollowed();
+    EXPECT_THAT(told(QStringLiteral("abcd"), QStringLiteral("bcda")), ElementsAre(u"moved 0 4"));
 }
 
 TEST_F(ClipRowsModelTest, TellsWhichClipChanged)
@@ -139,10 +130,7 @@ TEST_F(ClipRowsModelTest, TellsWhichClipChanged)
 
 TEST_F(ClipRowsModelTest, SaysNothingOfTheSameList)
 {
-    model.setClips(clips(QStringLiteral("abc")));
-    follower.told.clear();
-    model.setClips(clips(QStringLiteral("abc")));
-    EXPECT_THAT(follower.told, IsEmpty());
+    EXPECT_THAT(told(QStringLiteral("abc"), QStringLiteral("abc")), IsEmpty());
 }
 
 TEST_F(ClipRowsModelTest, HoldsAClipSeveralTimes)

@@ -56,6 +56,7 @@ TEST(ClipboardCrashTest, KilledAtAnyMomentTheFileLoadsAndHoldsWhatWasSaved)
         SCOPED_TRACE(round);
         SaverProcess recorder({folder.file().toStdString(), std::to_string(round)}, QUILLBAR_RECORDER);
         recorder.awaitOutput();
+        // The moment itself is what varies here; nothing is awaited.
         std::this_thread::sleep_for(std::chrono::microseconds(random() % (longestMilliseconds * 1000)));
         recorder.kill();
         const auto end = recorder.wait();

@@ -146,7 +146,8 @@ protected:
 
 TEST_F(ClipboardNoiseTest, TheLatestAreKeptAndMemoryStaysFlat)
 {
-    watcher = std::make_unique<ClipboardWatcher>(pasteboard, workspace, imageCodec, clock, queue, m_file);
+    watcher = std::make_unique<ClipboardWatcher>(pasteboard, workspace, imageCodec, clock, queue, imageQueue,
+                                                 m_file);
     watcher->start();
     copyMany(warmUp);
     const auto before = heap();

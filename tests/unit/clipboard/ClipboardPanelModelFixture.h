@@ -7,6 +7,9 @@
 #include "support/UserDefaults.h"
 #include "unit/clipboard/ClipboardWatcherFixture.h"
 
+#include <QHash>
+#include <QUrl>
+
 #include <utility>
 
 /// A panel's model over a history that holds what a test copied.
@@ -73,11 +76,14 @@ protected:
     QList<std::pair<QString, bool>> activated;
     QStringList pastedAll;
     QStringList pastedNext;
+    /// What is found behind links.
+    QHash<QUrl, LinkPreview> pages;
     UserDefaults defaults{folder.filePath(QStringLiteral("defaults.json"))};
     QuillbarSettings settings{defaults};
     SnippetStore snippets{folder.filePath(QStringLiteral("snippets.json")), clock};
     ClipThumbnailCache thumbnails{imageCodec};
-    ClipboardPanelModel model{{*watcher, snippets, settings, thumbnails, queue},
-                              {[this] { return isOptionHeld; }, [this] { return isTrusted; }},
-                              [](const QUrl&) -> QCoro::Task<LinkPreview> { co_return LinkPreview(); }};
+    ClipboardPanelModel model{
+        {*watcher, snippets, settings, thumbnails, queue},
+        {[this] { return isOptionHeld; }, [this] { return isTrusted; }},
+        [this](const QUrl& url) -> QCoro::Task<LinkPreview> { co_return pages.value(url); }};
 };

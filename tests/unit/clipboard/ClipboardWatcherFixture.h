@@ -7,6 +7,7 @@
 #include "fakes/FakeWorkspace.h"
 #include "fakes/ManualClock.h"
 #include "fakes/ManualMainQueue.h"
+#include "fakes/ManualSerialQueue.h"
 #include "unit/support/SavedFolder.h"
 
 #include <QTemporaryDir>
@@ -50,6 +51,13 @@ protected:
     void copied(const QString& string) { copied(text(string)); }
     void nextTick() { queue.advance(0.7); }
 
+    /// Has an image that is copied back decoded and put on the pasteboard.
+    void decode()
+    {
+        imageQueue->runAll();
+        queue.runUntilIdle();
+    }
+
     /// The texts of the clips, in their order.
     QStringList texts() const
     {
@@ -86,7 +94,8 @@ protected:
 
     std::unique_ptr<ClipboardWatcher> makeWatcher()
     {
-        return std::make_unique<ClipboardWatcher>(pasteboard, workspace, imageCodec, clock, queue, path);
+        return std::make_unique<ClipboardWatcher>(pasteboard, workspace, imageCodec, clock, queue, imageQueue,
+                                                  path);
     }
 
     QTemporaryDir folder;
@@ -96,5 +105,7 @@ protected:
     FakePasteboard pasteboard;
     FakeWorkspace workspace;
     FakeImageCodec imageCodec;
+    std::shared_ptr<ManualSerialQueue> imageQueue =
+        std::make_shared<ManualSerialQueue>(QStringLiteral("images"));
     std::unique_ptr<ClipboardWatcher> watcher = makeWatcher();
 };

@@ -231,6 +231,7 @@ TEST_F(ClipboardWatcherTest, CopiesEachKindBack)
     for (const bool plain : {false, true}) {
         const auto put = plain ? &ClipboardWatcher::copyPlain : &ClipboardWatcher::copy;
         (watcher.get()->*put)(clips[1]);
+        decode();
         EXPECT_EQ(pasteboard.contents().png, QByteArray("png"));
         EXPECT_EQ(pasteboard.contents().string, std::nullopt);
         (watcher.get()->*put)(clips[0]);
@@ -258,9 +259,11 @@ TEST_F(ClipboardWatcherTest, AnImageThatIsNoneLeavesThePasteboardEmpty)
 {
     Clip image;
     image.kind = Clip::Kind::Image;
-    watcher->copy(image);
-    EXPECT_EQ(pasteboard.contents().png, std::nullopt);
-    image.imageData.emplace(QByteArray());
-    watcher->copy(image);
-    EXPECT_EQ(pasteboard.contents().png, std::nullopt);
+    for (const auto& data : {std::optional<ClipData>(), std::optional<ClipData>(QByteArray())}) {
+        pasteboard.copyText(a);
+        image.imageData = data;
+        watcher->copy(image);
+        decode();
+        EXPECT_EQ(pasteboard.contents(), PasteboardContents());
+    }
 }

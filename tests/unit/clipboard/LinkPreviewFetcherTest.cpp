@@ -72,14 +72,16 @@ TEST_F(LinkPreviewFetcherTest, FindsTitleAndIcon)
     EXPECT_EQ(fetch(), (LinkPreview{QStringLiteral("A page"), QByteArray("PPP")}));
 }
 
-TEST_F(LinkPreviewFetcherTest, AsksAsItself)
+TEST_F(LinkPreviewFetcherTest, AsksForThePageAsItselfAndPlainlyForTheIcon)
 {
     serve(page, "<title>A page</title>");
     fetch();
     ASSERT_EQ(session.requests.size(), 2);
+    EXPECT_THAT(
+        session.requests[0].headers,
+        ElementsAre(std::pair(QByteArray("User-Agent"), QByteArray("Mozilla/5.0 (Macintosh) Quillbar"))));
+    EXPECT_THAT(session.requests[1].headers, IsEmpty());
     for (const auto& request : session.requests) {
-        EXPECT_THAT(request.headers, ElementsAre(std::pair(QByteArray("User-Agent"),
-                                                           QByteArray("Mozilla/5.0 (Macintosh) Quillbar"))));
         EXPECT_EQ(request.requestTimeout, 5);
         EXPECT_EQ(request.resourceTimeout, 5);
     }

@@ -16,6 +16,11 @@ constexpr quint32 z = 6;
 constexpr quint32 one = 18;
 constexpr quint32 f1 = 122;
 
+std::optional<quint32> code(int place, const Keymap& keymap, xkb_layout_index_t layout = 0)
+{
+    return VirtualKeys::virtualKey(static_cast<xcb_keycode_t>(place + 8), keymap.get(), layout);
+}
+
 std::optional<int> place(quint32 virtualKey, const Keymap& keymap, xkb_layout_index_t layout = 0)
 {
     const auto key = VirtualKeys::keycode(virtualKey, keymap.get(), layout);
@@ -92,6 +97,50 @@ TEST(VirtualKeysTest, ACodeThatNamesNoKeyHasNone)
     EXPECT_EQ(place(52, us), std::nullopt);
     EXPECT_EQ(place(127, us), std::nullopt);
     EXPECT_EQ(place(4'000'000'000, us), std::nullopt);
+}
+
+TEST(VirtualKeysTest, AKeyHasTheCodeThatLeadsToIt)
+{
+    EXPECT_EQ(code(KEY_V, Keymap("us")), VirtualKeys::v);
+    EXPECT_EQ(code(KEY_Q, Keymap("fr")), a);
+    EXPECT_EQ(code(KEY_Y, Keymap("de")), z);
+    EXPECT_EQ(code(KEY_DOT, Keymap("us", "dvorak")), VirtualKeys::v);
+    EXPECT_EQ(code(KEY_V, Keymap("ru")), VirtualKeys::v);
+    EXPECT_EQ(code(KEY_F1, Keymap("ru")), f1);
+    const Keymap both("fr,ru", ",");
+    EXPECT_EQ(code(KEY_Q, both, 0), a);
+    EXPECT_EQ(code(KEY_Q, both, 1), a);
+}
+
+TEST(VirtualKeysTest, ADigitThatSharesItsKeyWithASignGivesTheKeyItsCode)
+{
+    // Both are on the key, the sign without Shift.
+    const Keymap french("fr");
+    EXPECT_EQ(place(27, french), KEY_6);
+    EXPECT_EQ(place(22, french), KEY_6);
+    EXPECT_EQ(code(KEY_6, french), 22U);
+}
+
+TEST(VirtualKeysTest, EveryCodeOfAKeyLeadsBackToIt)
+{
+    for (const auto* layout : {"us", "fr", "de", "ru", "gr", "jp", "ch"}) {
+        const Keymap keymap(layout);
+        int known = 0;
+        for (int key = 1; key < 248; ++key) {
+            if (const auto found = code(key, keymap)) {
+                ++known;
+                EXPECT_EQ(place(*found, keymap), key) << layout;
+            }
+        }
+        EXPECT_GT(known, 90) << layout;
+    }
+}
+
+TEST(VirtualKeysTest, AKeyThatNoCodeLeadsToHasNone)
+{
+    const Keymap german("de");
+    for (const int key : {KEY_LEFTSHIFT, KEY_LEFTMETA, KEY_CAPSLOCK, KEY_PRINT, KEY_LEFTBRACE})
+        EXPECT_EQ(code(key, german), std::nullopt) << key;
 }
 
 TEST(VirtualKeysTest, AKeyCarriesTheSymbolsOfAllItsLayouts)

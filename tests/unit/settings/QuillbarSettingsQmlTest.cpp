@@ -65,6 +65,20 @@ TEST_F(QuillbarSettingsQmlTest, ABindingFollowsASetting)
     EXPECT_EQ(object->property("presets"), 1);
 }
 
+TEST_F(QuillbarSettingsQmlTest, TheWrittenShortcutFollowsItsCodeAndItsModifiers)
+{
+    const auto object = make("property string shortcut: settings.clipboardHotKeyDisplay");
+    EXPECT_EQ(object->property("shortcut"), QStringLiteral("⌘⇧V"));
+    settings.setClipboardHotKeyCode(49);
+    EXPECT_EQ(object->property("shortcut"), QStringLiteral("⌘⇧Space"));
+    settings.setClipboardHotKeyModifiers(4096);
+    EXPECT_EQ(object->property("shortcut"), QStringLiteral("⌃Space"));
+    settings.setClipboardHotKeyCode(200);
+    EXPECT_EQ(object->property("shortcut"), QStringLiteral("⌃Key 200"));
+    settings.resetClipboardHotKey();
+    EXPECT_EQ(object->property("shortcut"), QStringLiteral("⌘⇧V"));
+}
+
 TEST_F(QuillbarSettingsQmlTest, AViewSetsASetting)
 {
     make(R"(Component.onCompleted: {

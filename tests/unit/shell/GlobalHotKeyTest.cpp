@@ -120,6 +120,22 @@ TEST_F(GlobalHotKeyTest, APressThatWaitsWhileItIsUnregisteredIsDropped)
     EXPECT_EQ(calls, 0);
 }
 
+TEST_F(GlobalHotKeyTest, OfTwoHotKeysOnlyTheOneThatIsPressedFires)
+{
+    int otherCalls = 0;
+    GlobalHotKey other(port, keyC, controlOption, [&] { ++otherCalls; });
+    hotKey.registerHotKey();
+    other.registerHotKey();
+    port.press(keyC, controlOption);
+    queue.runUntilIdle();
+    EXPECT_EQ(calls, 0);
+    EXPECT_EQ(otherCalls, 1);
+    pressDefault();
+    queue.runUntilIdle();
+    EXPECT_EQ(calls, 1);
+    EXPECT_EQ(otherCalls, 1);
+}
+
 TEST_F(GlobalHotKeyTest, EachHotKeyHasANumberOfItsOwn)
 {
     const GlobalHotKey next(port, keyC, controlOption, [] {});

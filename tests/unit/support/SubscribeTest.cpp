@@ -123,6 +123,31 @@ TEST_F(SubscribeTest, OperatorsSeeAValueAtItsEmissionNotAtItsDelivery)
     EXPECT_THAT(seen, ElementsAre(0, 1, 0));
 }
 
+TEST_F(SubscribeTest, SeveralSignalsAreOneStream)
+{
+    QStringList pairs;
+    const auto pair = [](const Published& published) {
+        return published.text() + QString::number(published.number());
+    };
+    {
+        const auto subscription = subscribe(queue, &source, pair, &Published::numberChanged)
+                                      .alsoOn(&Published::textChanged)
+                                      .removeDuplicates()
+                                      .dropFirst()
+                                      .then(&target, [&](const QString& value) { pairs += value; });
+        source.setNumber(0);
+        source.setNumber(1);
+        source.setText(QStringLiteral("a"));
+        source.setText(QStringLiteral("a"));
+        source.setNumber(2);
+        queue.runUntilIdle();
+    }
+    source.setText(QStringLiteral("b"));
+    source.setNumber(3);
+    queue.runUntilIdle();
+    EXPECT_EQ(pairs, (QStringList{QStringLiteral("1"), QStringLiteral("a1"), QStringLiteral("a2")}));
+}
+
 TEST_F(SubscribeTest, ATargetGoneBetweenEmissionAndDeliveryGetsNothing)
 {
     auto shortLived = std::make_unique<QObject>();

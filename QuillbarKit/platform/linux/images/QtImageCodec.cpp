@@ -51,13 +51,18 @@ struct Reader
         reader.setAutoTransform(true);
     }
 
-    /// Before any turn; not valid for what is no picture.
-    QSize size()
+    bool isPicture() const
     {
         const auto format = reader.format();
-        if (std::ranges::find(formats, QByteArrayView(format)) == formats.end())
+        return std::ranges::find(formats, QByteArrayView(format)) != formats.end();
+    }
+
+    /// Before any turn; not valid for what is no picture, or has a header that does not tell.
+    QSize size()
+    {
+        if (!isPicture())
             return {};
-        return format == "gif" ? gifSize(buffer.data()) : reader.size();
+        return reader.format() == "gif" ? gifSize(buffer.data()) : reader.size();
     }
 
     QBuffer buffer;
@@ -109,10 +114,12 @@ std::optional<QByteArray> QtImageCodec::png(const QByteArray& file) const
     if (PngFile::isComplete(file))
         return isDecodable(*PngFile::pixelSize(file)) ? std::optional(file) : std::nullopt;
     Reader source(file);
-    if (!isDecodable(source.size()))
+    const auto size = source.size();
+    // Some readers know better than the header, within the toolkit's limit.
+    if (size.isEmpty() ? !source.isPicture() : !isDecodable(size))
         return std::nullopt;
     const auto image = source.reader.read();
-    if (image.isNull())
+    if (!isDecodable(image.size()))
         return std::nullopt;
     QByteArray bytes;
     QBuffer buffer(&bytes);

@@ -179,6 +179,17 @@ std::optional<xcb_keycode_t> VirtualKeys::keycode(quint32 virtualKey, xkb_keymap
     return found ? found : static_cast<xcb_keycode_t>(place);
 }
 
+std::optional<quint32> VirtualKeys::virtualKey(xcb_keycode_t key, xkb_keymap* keymap,
+                                               xkb_layout_index_t layout)
+{
+    const auto leadsHere = [&](const Key& each) { return keycode(each.virtualKey, keymap, layout) == key; };
+    const auto atPlace = std::ranges::find(keys, key - 8, &Key::place);
+    if (atPlace != keys.end() && leadsHere(*atPlace))
+        return atPlace->virtualKey;
+    const auto found = std::ranges::find_if(keys, leadsHere);
+    return found != keys.end() ? std::optional(found->virtualKey) : std::nullopt;
+}
+
 bool VirtualKeys::carries(xkb_keymap* keymap, xcb_keycode_t key, xkb_keysym_t symbol)
 {
     for (xkb_layout_index_t layout = 0; layout < xkb_keymap_num_layouts_for_key(keymap, key); ++layout) {

@@ -19,6 +19,11 @@ inline constexpr quint32 v = 9;
 /// code that names no key.
 std::optional<xcb_keycode_t> keycode(quint32 virtualKey, xkb_keymap* keymap, xkb_layout_index_t layout);
 
+/// The other way round: a code that keycode() turns into this key. Where several would, as on keys that have
+/// a digit and a sign, the one that is at this place on a US keyboard. None for a key that has no code in
+/// this layout, as most letters with an accent, and for modifiers.
+std::optional<quint32> virtualKey(xcb_keycode_t key, xkb_keymap* keymap, xkb_layout_index_t layout);
+
 /// Whether the key carries that symbol on any level of any layout.
 bool carries(xkb_keymap* keymap, xcb_keycode_t key, xkb_keysym_t symbol);
 

@@ -27,13 +27,14 @@ xcb_window_t makeWindow(xcb_connection_t* connection, xcb_window_t root)
 } // namespace
 
 X11ClipboardSession::X11ClipboardSession(xcb_connection_t* connection, const X11PasteboardOptions& options,
-                                         ChangeHandler changeHandler, FetchHandler fetchHandler)
+                                         ChangeHandler changeHandler, FetchHandler fetchHandler,
+                                         std::function<void()> readHandler)
     : m_connection(connection), m_options(options), m_changeHandler(std::move(changeHandler)),
       m_fetchHandler(std::move(fetchHandler)),
       // Selections belong to all screens of a server; any root will do for windows that nobody sees.
       m_root(xcb_setup_roots_iterator(xcb_get_setup(connection)).data->root),
       m_window(makeWindow(connection, m_root)), m_atoms(connection),
-      m_owner(connection, m_atoms, m_window, options.requestorPatience)
+      m_owner(connection, m_atoms, m_window, options.requestorPatience, std::move(readHandler))
 {}
 
 bool X11ClipboardSession::begin()

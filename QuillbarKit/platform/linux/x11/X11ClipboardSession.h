@@ -29,8 +29,10 @@ public:
     /// none. Of several changes that come close together only the last is fetched.
     using FetchHandler = std::function<void(Change, PasteboardContents, QByteArray image)>;
 
+    /// `readHandler`: another program fetches what is ours.
     X11ClipboardSession(xcb_connection_t* connection, const X11PasteboardOptions& options,
-                        ChangeHandler changeHandler, FetchHandler fetchHandler);
+                        ChangeHandler changeHandler, FetchHandler fetchHandler,
+                        std::function<void()> readHandler);
 
     /// Starts to listen, and fetches what is there. False when the server lacks what it takes.
     bool begin();

@@ -22,14 +22,19 @@
 
 namespace {
 constexpr xcb_xkb_device_spec_t coreKeyboard = XCB_XKB_ID_USE_CORE_KBD;
+
+/// Whether the server's keyboard extension is now at the connection's service.
+bool setUp(xcb_connection_t* connection, uint8_t* firstEvent)
+{
+    return xkb_x11_setup_xkb_extension(connection, XKB_X11_MIN_MAJOR_XKB_VERSION,
+                                       XKB_X11_MIN_MINOR_XKB_VERSION, XKB_X11_SETUP_XKB_EXTENSION_NO_FLAGS,
+                                       nullptr, nullptr, firstEvent, nullptr);
 }
+} // namespace
 
 X11Keyboard::X11Keyboard(X11Connection& connection) : m_connection(connection)
 {
-    if (!m_connection.isValid() ||
-        !xkb_x11_setup_xkb_extension(m_connection.get(), XKB_X11_MIN_MAJOR_XKB_VERSION,
-                                     XKB_X11_MIN_MINOR_XKB_VERSION, XKB_X11_SETUP_XKB_EXTENSION_NO_FLAGS,
-                                     nullptr, nullptr, &m_firstEvent, nullptr))
+    if (!m_connection.isValid() || !setUp(m_connection.get(), &m_firstEvent))
         return;
     m_context.reset(xkb_context_new(XKB_CONTEXT_NO_DEFAULT_INCLUDES));
     read();
@@ -50,14 +55,14 @@ void X11Keyboard::watch()
     xcb_flush(m_connection.get());
 }
 
-void X11Keyboard::detectAutoRepeat()
+void X11Keyboard::detectAutoRepeat(xcb_connection_t* connection)
 {
-    if (!isValid())
+    if (!setUp(connection, nullptr))
         return;
     constexpr uint32_t flag = XCB_XKB_PER_CLIENT_FLAG_DETECTABLE_AUTO_REPEAT;
-    const auto cookie = xcb_xkb_per_client_flags(m_connection.get(), coreKeyboard, flag, flag, 0, 0, 0);
-    xcb_discard_reply(m_connection.get(), cookie.sequence);
-    xcb_flush(m_connection.get());
+    const auto cookie = xcb_xkb_per_client_flags(connection, coreKeyboard, flag, flag, 0, 0, 0);
+    xcb_discard_reply(connection, cookie.sequence);
+    xcb_flush(connection);
 }
 
 bool X11Keyboard::handleEvent(const xcb_generic_event_t& event) const
@@ -95,6 +100,11 @@ void X11Keyboard::read()
 std::optional<xcb_keycode_t> X11Keyboard::keycode(quint32 virtualKey) const
 {
     return VirtualKeys::keycode(virtualKey, m_keymap.get(), m_layout);
+}
+
+std::optional<quint32> X11Keyboard::virtualKey(xcb_keycode_t key) const
+{
+    return VirtualKeys::virtualKey(key, m_keymap.get(), m_layout);
 }
 
 std::optional<xcb_keycode_t> X11Keyboard::modifierKey(xcb_mod_mask_t bit, xkb_keysym_t preferred) const

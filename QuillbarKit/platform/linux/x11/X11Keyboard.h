@@ -25,8 +25,8 @@ public:
     /// Has the server tell of changes from now on; see handleEvent.
     void watch();
 
-    /// From now on a held key sends this connection presses alone, and one release at the end.
-    void detectAutoRepeat();
+    /// From now on a held key sends that connection presses alone, and one release at the end.
+    static void detectAutoRepeat(xcb_connection_t* connection);
 
     /// To be shown the connection's events. True when the event tells of another layout or other modifiers;
     /// read() then, once for events that arrive together.
@@ -39,6 +39,9 @@ public:
 
     /// See VirtualKeys::keycode.
     std::optional<xcb_keycode_t> keycode(quint32 virtualKey) const;
+
+    /// See VirtualKeys::virtualKey.
+    std::optional<quint32> virtualKey(xcb_keycode_t key) const;
 
     /// A key of the modifier with this bit in the mask, `preferred` where that is one. None for a modifier
     /// without keys.

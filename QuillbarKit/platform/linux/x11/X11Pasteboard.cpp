@@ -30,7 +30,7 @@ X11Pasteboard::X11Pasteboard(const ImageCodec& codec, MainQueue& queue, Frontmos
       m_background(QStringLiteral("pasteboard-image")),
       m_worker(
           options, [this](Change change) { note(std::move(change)); },
-          [this](Fetched fetched) { deliver(std::move(fetched)); })
+          [this](Fetched fetched) { deliver(std::move(fetched)); }, [this] { noteRead(); })
 {}
 
 X11Pasteboard::~X11Pasteboard() = default;
@@ -40,6 +40,23 @@ void X11Pasteboard::write(PasteboardContents contents)
     ++m_writes;
     m_worker.write(contents);
     replace(std::move(contents));
+}
+
+void X11Pasteboard::whenRead(std::function<void()> then)
+{
+    m_whenRead = std::move(then);
+    m_isReadAwaited = true;
+}
+
+/// On the worker's thread.
+void X11Pasteboard::noteRead()
+{
+    if (!m_isReadAwaited.exchange(false))
+        return;
+    post([](X11Pasteboard& self) {
+        if (const auto then = std::exchange(self.m_whenRead, nullptr))
+            then();
+    });
 }
 
 /// Has the main thread do it, unless we are gone by then. On any thread of ours.

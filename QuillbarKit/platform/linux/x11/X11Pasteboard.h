@@ -39,6 +39,7 @@ public:
     qint64 changeCount() const override { return m_changeCount; }
     const PasteboardContents& contents() const override { return m_contents; }
     void write(PasteboardContents contents) override;
+    void whenRead(std::function<void()> then) override;
     void setChangeHandler(std::function<void()> handler) override { m_handler = std::move(handler); }
 
 private:
@@ -48,6 +49,7 @@ private:
     void post(std::function<void(X11Pasteboard&)> work);
     void note(Change change);
     void deliver(Fetched fetched);
+    void noteRead();
     void deliverNothing(Fetched fetched);
     void postContents(Fetched fetched, quint64 number);
     void accept(Fetched& fetched, quint64 number);
@@ -63,6 +65,9 @@ private:
     qint64 m_changeCount = QDateTime::currentMSecsSinceEpoch();
     PasteboardContents m_contents;
     std::function<void()> m_handler;
+    std::function<void()> m_whenRead;
+    /// So that the thread tells of one read and not of all.
+    std::atomic<bool> m_isReadAwaited = false;
 
     quint64 m_writes = 0;
     Change m_lastChange;

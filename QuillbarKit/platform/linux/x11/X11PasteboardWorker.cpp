@@ -21,9 +21,11 @@ constexpr auto serverPatience = 500ms;
 
 X11PasteboardWorker::X11PasteboardWorker(const X11PasteboardOptions& options,
                                          std::function<void(Change)> changeHandler,
-                                         std::function<void(Fetched)> fetchHandler)
+                                         std::function<void(Fetched)> fetchHandler,
+                                         std::function<void()> readHandler)
     : m_options(options), m_changeHandler(std::move(changeHandler)), m_fetchHandler(std::move(fetchHandler)),
-      m_connection(xcb_connect(nullptr, nullptr)), m_wakeUp(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK))
+      m_readHandler(std::move(readHandler)), m_connection(xcb_connect(nullptr, nullptr)),
+      m_wakeUp(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK))
 {
     if (m_wakeUp < 0 || xcb_connection_has_error(m_connection))
         return; // Without a display there is a clipboard of our own only.
@@ -74,7 +76,8 @@ void X11PasteboardWorker::run()
             m_connection, m_options, m_changeHandler,
             [this](Change change, PasteboardContents contents, QByteArray image) {
                 m_fetchHandler({std::move(change), std::move(contents), std::move(image), m_writesSeen});
-            });
+            },
+            m_readHandler);
         if (session.begin()) {
             runUntilStopped(session);
             handOver(session);

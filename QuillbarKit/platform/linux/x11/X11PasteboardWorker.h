@@ -35,9 +35,9 @@ public:
     };
 
     /// The handlers are called on the worker's thread: the first whenever another program takes the clipboard
-    /// or gives it up, the second with what has become of it.
+    /// or gives it up, the second with what has become of it, the third when one fetches what is ours.
     X11PasteboardWorker(const X11PasteboardOptions& options, std::function<void(Change)> changeHandler,
-                        std::function<void(Fetched)> fetchHandler);
+                        std::function<void(Fetched)> fetchHandler, std::function<void()> readHandler);
     /// Hands what is ours over to the clipboard manager, if there is one, and waits for the thread: no longer
     /// than `handOver` and a little, even when the server hangs.
     ~X11PasteboardWorker();
@@ -61,6 +61,7 @@ private:
     const X11PasteboardOptions m_options;
     std::function<void(Change)> m_changeHandler;
     std::function<void(Fetched)> m_fetchHandler;
+    std::function<void()> m_readHandler;
     xcb_connection_t* m_connection = nullptr;
     int m_wakeUp = -1;
     quint64 m_writesSeen = 0; ///< By the thread.

@@ -24,8 +24,10 @@ void writeUnits(xcb_connection_t* connection, xcb_window_t window, xcb_atom_t pr
 } // namespace
 
 X11SelectionOwner::X11SelectionOwner(xcb_connection_t* connection, X11SelectionAtoms& atoms,
-                                     xcb_window_t window, std::chrono::milliseconds patience)
-    : m_connection(connection), m_atoms(atoms), m_window(window), m_sender(connection, atoms, patience)
+                                     xcb_window_t window, std::chrono::milliseconds patience,
+                                     std::function<void()> readHandler)
+    : m_connection(connection), m_atoms(atoms), m_window(window), m_sender(connection, atoms, patience),
+      m_readHandler(std::move(readHandler))
 {}
 
 void X11SelectionOwner::offer(PasteboardContents contents, xcb_timestamp_t time)
@@ -118,7 +120,10 @@ bool X11SelectionOwner::convert(const xcb_selection_request_event_t& request, xc
         known = m_answers.emplace(target, *form).first;
     }
     const auto& [type, bytes] = known->second;
-    return m_sender.send(request.requestor, property, m_atoms.atom(type), bytes);
+    if (!m_sender.send(request.requestor, property, m_atoms.atom(type), bytes))
+        return false;
+    m_readHandler();
+    return true;
 }
 
 bool X11SelectionOwner::convertMultiple(const xcb_selection_request_event_t& request)

@@ -4,6 +4,7 @@
 #include "platform/linux/PasteboardForms.h"
 #include "platform/linux/x11/X11SelectionSender.h"
 
+#include <functional>
 #include <map>
 #include <optional>
 #include <vector>
@@ -16,9 +17,10 @@ class X11SelectionAtoms;
 class X11SelectionOwner
 {
 public:
-    /// `window` owns the clipboard for us.
+    /// `window` owns the clipboard for us. `readHandler` is called whenever a program fetches one of the
+    /// contents' forms.
     X11SelectionOwner(xcb_connection_t* connection, X11SelectionAtoms& atoms, xcb_window_t window,
-                      std::chrono::milliseconds patience);
+                      std::chrono::milliseconds patience, std::function<void()> readHandler);
 
     /// From now on these are offered; the clipboard has been ours since `time`.
     void offer(PasteboardContents contents, xcb_timestamp_t time);
@@ -27,6 +29,7 @@ public:
     bool isOffering() const { return m_contents.has_value(); }
 
     void handle(const xcb_generic_event_t& event);
+
     X11SelectionSender& sender() { return m_sender; }
     const X11SelectionSender& sender() const { return m_sender; }
 
@@ -43,6 +46,7 @@ private:
     X11SelectionAtoms& m_atoms;
     xcb_window_t m_window;
     X11SelectionSender m_sender;
+    std::function<void()> m_readHandler;
     std::optional<PasteboardContents> m_contents;
     /// Kept, so that all who paste the same large text at the same time share it.
     std::map<xcb_atom_t, PasteboardForms::Answer> m_answers;

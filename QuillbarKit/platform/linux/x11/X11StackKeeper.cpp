@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <ranges>
 #include <span>
 #include <utility>
 
@@ -85,7 +86,8 @@ void X11StackKeeper::keep()
         return;
     // Bottom to top.
     const auto stack = childrenOf(*tree);
-    for (const auto ours : m_windows) {
+    // The first one goes in last and so stands lowest: what opens later is above what opened before.
+    for (const auto ours : m_windows | std::views::reverse) {
         const auto place = std::ranges::find(stack, ours);
         if (place == stack.end())
             continue;

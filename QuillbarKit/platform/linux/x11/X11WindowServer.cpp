@@ -2,6 +2,7 @@
 
 #include "platform/linux/ScreenSpace.h"
 #include "platform/linux/x11/X11Connection.h"
+#include "platform/linux/x11/X11KeyWindow.h"
 #include "platform/linux/x11/X11Reply.h"
 #include "platform/linux/x11/X11StackKeeper.h"
 
@@ -15,6 +16,9 @@
 #include <xcb/xfixes.h>
 
 namespace {
+/// Who asks for a window to be activated: a pager, on the user's behalf.
+constexpr uint32_t sourceIsPager = 2;
+
 /// The toolkit's own connection: a shape set on it stays in step with what the toolkit draws.
 xcb_connection_t* drawingConnection()
 {
@@ -49,8 +53,15 @@ void clearShape(const QWindow& window, xcb_shape_kind_t kind)
 
 X11WindowServer::X11WindowServer(X11Connection& connection, bool isXWayland, QObject* parent)
     : WindowServer(parent), m_connection(connection), m_isXWayland(isXWayland),
-      m_stackKeeper(std::make_unique<X11StackKeeper>(connection))
+      m_stackKeeper(std::make_unique<X11StackKeeper>(connection)),
+      m_keyWindow(std::make_unique<X11KeyWindow>(connection))
 {
+    connect(m_keyWindow.get(), &X11KeyWindow::changed, this, [this](xcb_window_t id, bool isKey) {
+        for (auto* window : m_shapes.keys()) {
+            if (idOf(*window) == id)
+                Q_EMIT isKeyChanged(window, isKey);
+        }
+    });
     m_connection.setEventHandler([this](const xcb_generic_event_t& event) { handleEvent(event); });
     watchCompositor();
 }
@@ -90,8 +101,8 @@ void X11WindowServer::handleEvent(const xcb_generic_event_t& event)
 {
     if (m_selectionEvent != 0 && (event.response_type & 0x7f) == m_selectionEvent)
         readCompositor();
-    else
-        m_stackKeeper->handleEvent(event);
+    m_stackKeeper->handleEvent(event);
+    m_keyWindow->handleEvent(event);
 }
 
 void X11WindowServer::applyTraits(QWindow& window, const WindowTraits& traits)
@@ -99,7 +110,7 @@ void X11WindowServer::applyTraits(QWindow& window, const WindowTraits& traits)
     Qt::WindowFlags flags = Qt::FramelessWindowHint;
     flags.setFlag(Qt::NoDropShadowWindowHint, !traits.hasShadow);
     // No window manager promises all of this for a managed window.
-    const bool isOverlay = traits.level > 0 && traits.joinsAllSpaces && traits.isNonActivating;
+    const bool isOverlay = traits.level > 0 && traits.joinsAllSpaces;
     flags.setFlag(Qt::BypassWindowManagerHint, isOverlay);
     window.setFlags(flags);
     if (!traits.isOpaque) {
@@ -123,6 +134,9 @@ void X11WindowServer::applyTraits(QWindow& window, const WindowTraits& traits)
         m_stackKeeper->add(idOf(window));
         connect(&window, &QObject::destroyed, m_stackKeeper.get(),
                 [keeper = m_stackKeeper.get(), id = idOf(window)] { keeper->remove(id); });
+        m_keyWindow->add(idOf(window));
+        connect(&window, &QObject::destroyed, m_keyWindow.get(),
+                [keyWindow = m_keyWindow.get(), id = idOf(window)] { keyWindow->remove(id); });
     }
 }
 
@@ -206,25 +220,34 @@ void X11WindowServer::orderFrontRegardless(QWindow& window)
 
 void X11WindowServer::makeKeyAndOrderFront(QWindow& window)
 {
-    const auto focus =
-        x11Reply(xcb_get_input_focus_reply, m_connection.get(), xcb_get_input_focus(m_connection.get()));
-    if (focus && focus->focus != idOf(window))
-        m_focusBefore = focus->focus;
-    orderFrontRegardless(window);
-    window.requestActivate();
+    window.show();
+    // Above the other windows of ours too; what shows itself later stands above it.
+    window.raise();
+    m_keyWindow->take(drawingConnection(), idOf(window));
+    m_stackKeeper->keep();
 }
 
 void X11WindowServer::resignKey(QWindow& window)
 {
-    const auto focus =
-        x11Reply(xcb_get_input_focus_reply, m_connection.get(), xcb_get_input_focus(m_connection.get()));
-    if (!focus || focus->focus != idOf(window))
-        return;
-    // The window that had the keyboard may be gone: the server then refuses, and the root takes it.
-    xcb_set_input_focus(m_connection.get(), XCB_INPUT_FOCUS_POINTER_ROOT, XCB_INPUT_FOCUS_POINTER_ROOT,
-                        XCB_CURRENT_TIME);
-    if (m_focusBefore != XCB_WINDOW_NONE)
-        xcb_set_input_focus(m_connection.get(), XCB_INPUT_FOCUS_POINTER_ROOT, m_focusBefore,
-                            XCB_CURRENT_TIME);
-    xcb_flush(m_connection.get());
+    m_keyWindow->giveBack(idOf(window));
+}
+
+void X11WindowServer::activateIgnoringOtherApps(QWindow& window)
+{
+    window.raise();
+    // Enough where there is no manager, or an obliging one.
+    window.requestActivate();
+    // The user has asked for the window by means that no manager knows of, such as a menu in a bar, so many a
+    // one would take the request for the program's own idea. On the connection that has shown the window.
+    xcb_client_message_event_t message{};
+    message.response_type = XCB_CLIENT_MESSAGE;
+    message.format = 32;
+    message.window = idOf(window);
+    message.type = m_connection.atom("_NET_ACTIVE_WINDOW");
+    message.data.data32[0] = sourceIsPager;
+    message.data.data32[1] = XCB_CURRENT_TIME;
+    xcb_send_event(drawingConnection(), false, m_connection.root(),
+                   XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
+                   reinterpret_cast<const char*>(&message));
+    xcb_flush(drawingConnection());
 }

@@ -7,6 +7,7 @@
 #include <xcb/xcb.h>
 
 class X11Connection;
+class X11KeyWindow;
 class X11StackKeeper;
 
 /// Windows on X11. A window above everything is override-redirect: no window manager moves, decorates, lists
@@ -30,6 +31,7 @@ public:
     void orderFrontRegardless(QWindow& window) override;
     void makeKeyAndOrderFront(QWindow& window) override;
     void resignKey(QWindow& window) override;
+    void activateIgnoringOtherApps(QWindow& window) override;
 
 private:
     struct Shape
@@ -49,7 +51,7 @@ private:
     bool m_isCompositing = false;
     xcb_atom_t m_compositorSelection = XCB_ATOM_NONE;
     uint8_t m_selectionEvent = 0;
-    xcb_window_t m_focusBefore = XCB_WINDOW_NONE;
     QHash<QWindow*, Shape> m_shapes;
     std::unique_ptr<X11StackKeeper> m_stackKeeper;
+    std::unique_ptr<X11KeyWindow> m_keyWindow;
 };

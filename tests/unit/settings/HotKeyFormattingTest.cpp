@@ -1,4 +1,6 @@
-#include "shell/HotKeyFormatting.h"
+#include "settings/HotKeyFormatting.h"
+
+#include "platform/GlobalHotKeys.h"
 
 #include <QSet>
 #include <QStringList>
@@ -6,10 +8,10 @@
 #include <gmock/gmock.h>
 
 namespace {
-using HotKeyFormatting::command;
-using HotKeyFormatting::control;
-using HotKeyFormatting::option;
-using HotKeyFormatting::shift;
+using HotKeyModifier::command;
+using HotKeyModifier::control;
+using HotKeyModifier::option;
+using HotKeyModifier::shift;
 
 QStringList names(const QList<quint32>& codes)
 {

@@ -1,4 +1,6 @@
-#include "shell/HotKeyFormatting.h"
+#include "settings/HotKeyFormatting.h"
+
+#include "platform/GlobalHotKeys.h"
 
 #include <algorithm>
 #include <array>
@@ -39,26 +41,26 @@ quint32 HotKeyFormatting::carbonModifiers(Qt::KeyboardModifiers modifiers)
 {
     quint32 mask = 0;
     if (modifiers & Qt::MetaModifier)
-        mask |= command;
+        mask |= HotKeyModifier::command;
     if (modifiers & Qt::ShiftModifier)
-        mask |= shift;
+        mask |= HotKeyModifier::shift;
     if (modifiers & Qt::AltModifier)
-        mask |= option;
+        mask |= HotKeyModifier::option;
     if (modifiers & Qt::ControlModifier)
-        mask |= control;
+        mask |= HotKeyModifier::control;
     return mask;
 }
 
 QString HotKeyFormatting::modifierGlyphs(quint32 modifiers)
 {
     QString glyphs;
-    if (modifiers & command)
+    if (modifiers & HotKeyModifier::command)
         glyphs += u'⌘';
-    if (modifiers & control)
+    if (modifiers & HotKeyModifier::control)
         glyphs += u'⌃';
-    if (modifiers & option)
+    if (modifiers & HotKeyModifier::option)
         glyphs += u'⌥';
-    if (modifiers & shift)
+    if (modifiers & HotKeyModifier::shift)
         glyphs += u'⇧';
     return glyphs;
 }

@@ -8,13 +8,8 @@
 /// of a key press. Pure functions.
 ///
 /// Codes are virtual key codes: they name a place on the keyboard, not the letter that a layout puts there,
-/// and the names are those of the US layout. Masks are Carbon modifier masks.
+/// and the names are those of the US layout. Masks are of HotKeyModifier's bits.
 namespace HotKeyFormatting {
-inline constexpr quint32 command = 0x100;
-inline constexpr quint32 shift = 0x200;
-inline constexpr quint32 option = 0x800;
-inline constexpr quint32 control = 0x1000;
-
 /// The mask of the modifiers held: the logo key is Command and Alt is Option. Others don't count.
 quint32 carbonModifiers(Qt::KeyboardModifiers modifiers);
 

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <QImage>
+#include <QObject>
+#include <QUuid>
+#include <QtQmlIntegration>
+
+#include <functional>
+#include <memory>
+
+class ClipData;
+class ClipThumbnailCache;
+class ClipboardWatcher;
+class SerialQueue;
+
+/// Has the small pictures of the clipboard's views made on a thread of its own, so that no row waits for a
+/// picture to be decoded. Main thread only.
+class ClipPictures : public QObject
+{
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("made by whoever shows clips")
+
+public:
+    using Found = std::function<void(const QImage&)>;
+
+    /// Both outlive this.
+    ClipPictures(const ClipboardWatcher& watcher, ClipThumbnailCache& thumbnails, QObject* parent = nullptr);
+    /// Waits for the picture that is being decoded; what still waits is dropped.
+    ~ClipPictures() override;
+
+    /// Calls `found` on the main thread, on a later turn and only while `receiver` is there, with the clip's
+    /// picture, `maxPixel` points at most. Not at all where there is no such clip or no picture.
+    void findThumbnail(const QUuid& clip, int maxPixel, QObject* receiver, Found found);
+    /// The same for any picture file; `uuid` is what the result is kept under.
+    void find(const QUuid& uuid, const ClipData& data, int maxPixel, QObject* receiver, Found found);
+
+private:
+    const ClipboardWatcher& m_watcher;
+    ClipThumbnailCache& m_thumbnails;
+    /// None until the first picture is asked for: most histories hold only texts.
+    std::unique_ptr<SerialQueue> m_queue;
+};
