@@ -53,7 +53,7 @@ FocusScope {
     Keys.onEscapePressed: root.closeRequested()
     Keys.onMenuPressed: clips.openMenu()
     Component.onCompleted: root.focusSearch()
-    onKeyboardIsNobodysChanged: Qt.callLater(root.takeUpKeyboard)
+    onKeyboardIsNobodysChanged: Qt.callLater(root.takeUpKeyboard) // qmllint disable
 
     ClipboardPanelContent {
         id: content

@@ -8,7 +8,7 @@
 /// Reads bytes that may be a text. Pure.
 namespace QuickLookText {
 /// More is too much to lay out while somebody waits.
-inline constexpr qsizetype bytesAtMost = 32 * 1024;
+inline constexpr qsizetype bytesAtMost = qsizetype{32} << 10;
 inline constexpr qsizetype linesAtMost = 1000;
 
 struct Beginning

@@ -211,6 +211,8 @@ TEST_F(StatusWiringTest, AShortcutChangedInTheTurnInWhichItIsTurnedOnOnceMoreIsR
 
 TEST_F(StatusWiringTest, AStoredShortcutWithANegativePartStopsTheProgram)
 {
+    // The launch starts threads, which a mere fork of this process could not.
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
     stored.setClipboardHotKeyCode(-1);
     EXPECT_DEATH(AppDelegate(platform.ports()).applicationDidFinishLaunching(), "-1 is no part");
     stored.setClipboardHotKeyCode(static_cast<int>(keyC));

@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <array>
-#include <ranges>
 #include <span>
 #include <utility>
 
@@ -87,7 +86,8 @@ void X11StackKeeper::keep()
     // Bottom to top.
     const auto stack = childrenOf(*tree);
     // The first one goes in last and so stands lowest: what opens later is above what opened before.
-    for (const auto ours : m_windows | std::views::reverse) {
+    for (auto each = m_windows.crbegin(); each != m_windows.crend(); ++each) {
+        const xcb_window_t ours = *each;
         const auto place = std::ranges::find(stack, ours);
         if (place == stack.end())
             continue;
