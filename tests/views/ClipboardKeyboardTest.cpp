@@ -132,7 +132,7 @@ TEST_F(ClipboardKeyboardTest, TheButtonsOfARowStayWhileThePointerIsOnOne)
     auto* pin = control(u"Pin"_qs);
     ASSERT_TRUE(pin);
     ASSERT_TRUE(clipRows().at(1)->isAncestorOf(pin));
-    QTest::mouseMove(&window, middleOf(pin));
+    QTest::mouseMove(&window, ItemsInSight::middleOf(pin));
     settle();
     EXPECT_THAT(symbols(clipRows().at(1)), Contains(u"pin"_qs));
     EXPECT_TRUE(clipRows().at(1)->property("pointedAt").toBool());
@@ -149,12 +149,12 @@ TEST_F(ClipboardKeyboardTest, AFingerTapsARow)
     int pasted = 0;
     model.onActivateSnippet = [&](const Snippet&) { ++pasted; };
     show();
-    touch(middleOf(clipRows().at(0)));
+    touch(ItemsInSight::middleOf(clipRows().at(0)));
     EXPECT_EQ(activated.size(), 1);
-    touch(middleOf(control(u"Work"_qs)));
+    touch(ItemsInSight::middleOf(control(u"Work"_qs)));
     EXPECT_EQ(model.boardFilter().kind(), BoardFilter::Kind::Board);
-    touch(middleOf(control(u"Snippets"_qs)));
-    touch(middleOf(control(u"Hi"_qs)));
+    touch(ItemsInSight::middleOf(control(u"Snippets"_qs)));
+    touch(ItemsInSight::middleOf(control(u"Hi"_qs)));
     EXPECT_EQ(pasted, 1);
     EXPECT_THAT(menuEntries(), IsEmpty());
 }
@@ -165,7 +165,7 @@ TEST_F(ClipboardKeyboardTest, AFingerDoesNotPressTheUnseenButtonsOfARow)
     show();
     auto* remove = control(u"Delete"_qs);
     ASSERT_TRUE(remove);
-    touch(middleOf(remove));
+    touch(ItemsInSight::middleOf(remove));
     EXPECT_THAT(shown(), ElementsAre(u"a"_qs));
     EXPECT_EQ(activated.size(), 1);
 }
@@ -177,7 +177,7 @@ TEST_F(ClipboardKeyboardTest, AFingerDoesNotPressTheUnseenButtonsOfASnippet)
     model.onActivateSnippet = [&](const Snippet&) { ++pasted; };
     show();
     tap(u"Snippets"_qs);
-    touch(middleOf(control(u"Delete"_qs)));
+    touch(ItemsInSight::middleOf(control(u"Delete"_qs)));
     EXPECT_EQ(snippets.snippets().size(), 1);
     EXPECT_EQ(pasted, 1);
 }
@@ -188,7 +188,7 @@ TEST_F(ClipboardKeyboardTest, AFingerDoesNotPressTheUnseenButtonOfTheQueue)
     show();
     enqueue({u"a"_qs});
     settle();
-    touch(middleOf(control(u"Remove from queue"_qs)));
+    touch(ItemsInSight::middleOf(control(u"Remove from queue"_qs)));
     EXPECT_THAT(queued(), ElementsAre(u"a"_qs));
 }
 

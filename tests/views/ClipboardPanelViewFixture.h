@@ -1,42 +1,25 @@
 #pragma once
 
+#include "ViewWindow.h"
 #include "unit/clipboard/ClipboardPanelModelFixture.h"
 
-#include <QQmlComponent>
-#include <QQmlEngine>
-#include <QQuickItem>
-#include <QQuickWindow>
 #include <QSignalSpy>
-#include <QTest>
 
 #include <algorithm>
-#include <functional>
-
-void qml_register_types_Quillbar();
 
 /// The panel's view over a real model, in a window of the panel's size.
-class ClipboardPanelViewFixture : public ClipboardPanelModelFixture
+class ClipboardPanelViewFixture : public ClipboardPanelModelFixture, protected ViewWindow
 {
 protected:
-    ~ClipboardPanelViewFixture() override { view.reset(); }
+    /// What is read in the window, not what is in the history.
+    using ViewWindow::texts;
 
     void show(int height = 500)
     {
-        qml_register_types_Quillbar();
-        engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
-        QQmlComponent component(&engine, QUrl(QStringLiteral("qrc:/qt/qml/Quillbar/ClipboardPanelView.qml")));
-        ASSERT_TRUE(component.isReady()) << component.errorString().toStdString();
-        view.reset(qobject_cast<QQuickItem*>(component.createWithInitialProperties(
-            {{QStringLiteral("model"), QVariant::fromValue(&model)},
-             {QStringLiteral("settings"), QVariant::fromValue(&settings)}})));
-        ASSERT_TRUE(view) << component.errorString().toStdString();
-        view->setParentItem(window.contentItem());
-        view->setSize(QSizeF(380, height));
-        window.setColor(QColor(0x46, 0x5a, 0x78));
-        window.resize(380, height);
-        window.show();
-        window.requestActivate();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+        ASSERT_NO_FATAL_FAILURE(showView(urlOf(QStringLiteral("ClipboardPanelView")),
+                                         {{QStringLiteral("model"), QVariant::fromValue(&model)},
+                                          {QStringLiteral("settings"), QVariant::fromValue(&settings)}},
+                                         QSize(380, height)));
         QMetaObject::invokeMethod(view.get(), "focusSearch");
         settle();
     }
@@ -49,33 +32,21 @@ protected:
         EXPECT_TRUE(QTest::qWaitFor([&] { return ++turns > 4; }));
     }
 
-    QList<QQuickItem*> visibleItems(const std::function<bool(QQuickItem*)>& matches)
-    {
-        QList<QQuickItem*> found;
-        collect(window.contentItem(), matches, found);
-        return found;
-    }
-
     QQuickItem* control(const QString& name)
     {
-        const auto found = visibleItems([&](QQuickItem* item) {
-            return item->property("focusRadius").isValid() && item->property("name") == name;
-        });
+        const auto found = ItemsInSight::controls(window.contentItem(), name);
         return found.isEmpty() ? nullptr : found.last();
     }
 
     qsizetype controls(const QString& name)
     {
-        return visibleItems([&](QQuickItem* item) {
-                   return item->property("focusRadius").isValid() && item->property("name") == name;
-               })
-            .size();
+        return ItemsInSight::controls(window.contentItem(), name).size();
     }
 
     void tap(QQuickItem* item, Qt::MouseButton button = Qt::LeftButton)
     {
         ASSERT_TRUE(item);
-        QTest::mouseClick(&window, button, {}, middleOf(item));
+        QTest::mouseClick(&window, button, {}, ItemsInSight::middleOf(item));
         settle();
     }
     void tap(const QString& name)
@@ -98,13 +69,8 @@ protected:
     {
         ASSERT_TRUE(item);
         QTest::mouseMove(&window, QPoint(1, 1));
-        QTest::mouseMove(&window, middleOf(item));
+        QTest::mouseMove(&window, ItemsInSight::middleOf(item));
         settle();
-    }
-
-    static QPoint middleOf(QQuickItem* item)
-    {
-        return item->mapToScene(QPointF(item->width() / 2, item->height() / 2)).toPoint();
     }
 
     void type(const QString& text)
@@ -145,18 +111,8 @@ protected:
 
     QStringList menuEntries()
     {
-        QStringList entries;
-        for (auto* item : visibleItems([](QQuickItem* item) { return item->property("unfolds").isValid(); }))
-            entries.append(item->property("name").toString());
-        return entries;
-    }
-
-    QStringList texts()
-    {
-        QStringList texts;
-        for (auto* item : visibleItems([](QQuickItem* item) { return item->inherits("QQuickText"); }))
-            texts.append(item->property("text").toString());
-        return texts;
+        return ItemsInSight::property(
+            "name", visibleItems([](QQuickItem* item) { return item->property("unfolds").isValid(); }));
     }
 
     /// The symbols that are drawn in that item.
@@ -182,26 +138,11 @@ protected:
         return item ? item->property("font").value<QFont>().family() : QString();
     }
 
-    QQmlEngine engine;
-    QQuickWindow window;
-    std::unique_ptr<QQuickItem> view;
-
 private:
     static bool isTransparent(const QQuickItem* item)
     {
         while (item && item->opacity() > 0)
             item = item->parentItem();
         return item != nullptr;
-    }
-
-    static void collect(QQuickItem* item, const std::function<bool(QQuickItem*)>& matches,
-                        QList<QQuickItem*>& found)
-    {
-        if (!item->isVisible())
-            return;
-        if (matches(item))
-            found.append(item);
-        for (auto* child : item->childItems())
-            collect(child, matches, found);
     }
 };

@@ -1,13 +1,13 @@
-#include "PanelTest.h"
-
-#include "clipboard/ClipThumbnailCache.h"
 #include "clipboard/ClipboardModule.h"
+
+#include "ViewWindow.h"
+#include "clipboard/ClipThumbnailCache.h"
+#include "clipboard/ClipboardWatcher.h"
+#include "fakes/FakePlatform.h"
 #include "fakes/ManualSerialQueue.h"
+#include "settings/QuillbarSettings.h"
 
-#include <QQmlComponent>
-#include <QQmlEngine>
-
-void qml_register_types_Quillbar();
+#include <gmock/gmock.h>
 
 using testing::Contains;
 using testing::ElementsAre;
@@ -15,24 +15,16 @@ using testing::Not;
 
 namespace {
 /// The clipboard in the drawer. The module is made by the test itself, over a history of its own.
-class ClipboardViewsTest : public testing::Test
+class ClipboardViewsTest : public testing::Test, protected ViewWindow
 {
 protected:
+    ~ClipboardViewsTest() override { view.reset(); }
+
     void show()
     {
         watcher.start();
-        qml_register_types_Quillbar();
-        engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
         const auto made = module.makeExpandedView();
-        QQmlComponent component(&engine, made.source);
-        ASSERT_TRUE(component.isReady()) << component.errorString().toStdString();
-        view.reset(qobject_cast<QQuickItem*>(component.createWithInitialProperties(made.properties)));
-        ASSERT_TRUE(view);
-        view->setParentItem(window.contentItem());
-        window.setColor(Qt::black);
-        window.resize(600, 158);
-        window.show();
-        ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
+        showView(made.source, made.properties, QSize(600, 158));
     }
 
     void copied(const QString& text)
@@ -41,44 +33,17 @@ protected:
         platform.mainQueue.advance(0.7);
     }
 
-    QList<QQuickItem*> items(const std::function<bool(QQuickItem*)>& matches)
-    {
-        QList<QQuickItem*> found;
-        QList<QQuickItem*> open{window.contentItem()};
-        while (!open.isEmpty()) {
-            auto* item = open.takeFirst();
-            if (!item->isVisible())
-                continue;
-            if (matches(item))
-                found.append(item);
-            open.append(item->childItems());
-        }
-        return found;
-    }
-
-    QStringList texts()
-    {
-        QStringList texts;
-        for (auto* item : items([](QQuickItem* item) { return item->inherits("QQuickText"); }))
-            texts.append(item->property("text").toString());
-        return texts;
-    }
-
     int marked()
     {
         return static_cast<int>(
-            items([](QQuickItem* item) { return item->property("isCopied").toBool(); }).size());
+            visibleItems([](QQuickItem* item) { return item->property("isCopied").toBool(); }).size());
     }
 
     void tap(const QString& name)
     {
-        const auto found = items([&](QQuickItem* item) {
-            return item->property("focusRadius").isValid() && item->property("name") == name;
-        });
+        const auto found = ItemsInSight::controls(window.contentItem(), name);
         ASSERT_FALSE(found.isEmpty()) << name.toStdString();
-        const auto middle =
-            found.last()->mapToScene(QPointF(found.last()->width() / 2, found.last()->height() / 2));
-        QTest::mouseClick(&window, Qt::LeftButton, {}, middle.toPoint());
+        QTest::mouseClick(&window, Qt::LeftButton, {}, ItemsInSight::middleOf(found.last()));
     }
 
     FakePlatform platform;
@@ -93,9 +58,6 @@ protected:
                              imageQueue,
                              platform.folder.filePath(QStringLiteral("clipboard.json"))};
     ClipboardModule module{watcher, settings, thumbnails, platform.mainQueue};
-    QQmlEngine engine;
-    QQuickWindow window;
-    std::unique_ptr<QQuickItem> view;
 };
 } // namespace
 

@@ -1,33 +1,25 @@
+#include "ViewWindow.h"
 #include "fakes/FakePlatform.h"
 #include "settings/HotKeyRecording.h"
 #include "settings/QuillbarSettings.h"
 #include "ui/Symbol.h"
 
 #include <QKeyEvent>
-#include <QQmlComponent>
-#include <QQmlEngine>
-#include <QQuickItem>
-#include <QQuickWindow>
-#include <QTest>
 
 #include <gmock/gmock.h>
 
-#include <memory>
-
-void qml_register_types_Quillbar();
-
 namespace {
 /// The control in a window beside another that notes what it is told, both over the real settings.
-class HotKeyRecorderTest : public testing::Test
+class HotKeyRecorderTest : public testing::Test, protected ViewWindow
 {
 protected:
+    ~HotKeyRecorderTest() override { view.reset(); }
+
     static constexpr quint32 scanB = 56;
 
     void SetUp() override
     {
-        qml_register_types_Quillbar();
         platform.hotKeys.virtualKeyCodes = {{scanB, 11}};
-        engine.addImportPath(u"qrc:/qt/qml"_qs);
         QQmlComponent component(&engine);
         component.setData(R"(
             import QtQuick
@@ -49,28 +41,16 @@ protected:
                 PressableButton { objectName: "other"; name: "Other"; width: 20; height: 20; onTapped: ++root.taps }
             })",
                           QUrl());
-        ASSERT_TRUE(component.isReady()) << component.errorString().toStdString();
-        root.reset(qobject_cast<QQuickItem*>(
-            component.createWithInitialProperties({{u"settings"_qs, QVariant::fromValue(&settings)},
-                                                   {u"recording"_qs, QVariant::fromValue(&recording)}})));
-        ASSERT_TRUE(root);
-        root->setParentItem(window.contentItem());
-        window.setColor(Qt::black);
-        window.resize(300, 200);
-        window.show();
-        window.requestActivate();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+        showView(component,
+                 {{u"settings"_qs, QVariant::fromValue(&settings)},
+                  {u"recording"_qs, QVariant::fromValue(&recording)}},
+                 QSize(300, 200));
     }
 
-    QQuickItem* loader() { return root->property("loader").value<QQuickItem*>(); }
+    QQuickItem* loader() { return view->property("loader").value<QQuickItem*>(); }
     QQuickItem* control() { return loader()->property("item").value<QQuickItem*>(); }
 
-    void click()
-    {
-        QTest::mouseClick(
-            &window, Qt::LeftButton, {},
-            control()->mapToScene(QPointF(control()->width() / 2, control()->height() / 2)).toPoint());
-    }
+    void click() { QTest::mouseClick(&window, Qt::LeftButton, {}, ItemsInSight::middleOf(control())); }
 
     void pressB(Qt::KeyboardModifiers modifiers)
     {
@@ -116,9 +96,6 @@ protected:
     FakePlatform platform;
     QuillbarSettings settings{platform.userDefaults};
     HotKeyRecording recording{platform.hotKeys, settings};
-    QQmlEngine engine;
-    QQuickWindow window;
-    std::unique_ptr<QQuickItem> root;
 };
 } // namespace
 
@@ -178,13 +155,13 @@ TEST_F(HotKeyRecorderTest, StartedFromTheKeyboardItTakesEveryKeyAwayFromTheWindo
     QTest::keyClick(&window, Qt::Key_Q, Qt::ControlModifier);
     expectRecording();
     EXPECT_EQ(window.activeFocusItem(), control());
-    EXPECT_EQ(root->property("quits"), 0);
+    EXPECT_EQ(view->property("quits"), 0);
     QTest::keyClick(&window, Qt::Key_Escape);
     QTest::keyClick(&window, Qt::Key_Q, Qt::ControlModifier);
-    EXPECT_EQ(root->property("quits"), 1) << "the window's own keys are back";
+    EXPECT_EQ(view->property("quits"), 1) << "the window's own keys are back";
     QTest::keyClick(&window, Qt::Key_Tab);
     QTest::keyClick(&window, Qt::Key_Space);
-    EXPECT_EQ(root->property("taps"), 1);
+    EXPECT_EQ(view->property("taps"), 1);
 }
 
 TEST_F(HotKeyRecorderTest, AHiddenControlStops)

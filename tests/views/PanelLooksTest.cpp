@@ -122,7 +122,7 @@ TEST_F(PanelLooksTest, SmallControlsSwellUnderThePointerAndShrinkUnderAPress)
         ASSERT_NE(item, nullptr);
         hover(name);
         EXPECT_TRUE(QTest::qWaitFor([&] { return item->property("swell") == 1.06; })) << qUtf8Printable(name);
-        QTest::mousePress(&window(), Qt::LeftButton, {}, middleOf(item));
+        QTest::mousePress(&window(), Qt::LeftButton, {}, ItemsInSight::middleOf(item));
         EXPECT_TRUE(QTest::qWaitFor([&] { return item->property("swell") == 0.92; })) << qUtf8Printable(name);
         // Let go elsewhere, it does nothing.
         QTest::mouseMove(&window(), QPoint(20, 200));
@@ -230,7 +230,7 @@ TEST_F(PanelLooksTest, AnAccentThatCannotBeSeenStillShowsTheControls)
         for (const auto& shown :
              {colour(symbolIn(icon(u"Timer"_qs))), colour(control(u"Start"_qs), "accent")})
             EXPECT_GT(Contrast::ratio(shown, Qt::black), 2.9) << qUtf8Printable(hex);
-        const auto start = middleOf(control(u"Start"_qs));
+        const auto start = ItemsInSight::middleOf(control(u"Start"_qs));
         EXPECT_GT(Contrast::ratio(picture().pixelColor(start - QPoint(16, 0)), Qt::black), 2.9);
     }
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "AppDelegate.h"
+#include "ItemsInSight.h"
 #include "fakes/FakePlatform.h"
 #include "fakes/TestModule.h"
 #include "shell/NotchPanel.h"
@@ -88,67 +89,49 @@ protected:
     NotchPanel& window() { return *delegate.window(); }
 
     /// Every item that is in sight and that `matches`.
-    QList<QQuickItem*> visibleItems(const std::function<bool(QQuickItem*)>& matches)
+    QList<QQuickItem*> visibleItems(const ItemsInSight::Matches& matches)
     {
-        QList<QQuickItem*> found;
-        collect(window().contentItem(), matches, found);
-        return found;
+        return ItemsInSight::find(window().contentItem(), matches);
     }
 
     /// The texts in sight, in the order of the tree.
     QStringList texts()
     {
-        QStringList texts;
-        for (auto* item : visibleItems([](QQuickItem* item) { return isText(item); }))
-            texts.append(item->property("text").toString());
-        return texts;
+        return ItemsInSight::property("text", visibleItems([](QQuickItem* item) { return isText(item); }));
     }
 
     /// The control in sight of that name, the innermost where the icon bar has one of the same; null when
     /// there is none.
     QQuickItem* control(const QString& name)
     {
-        const auto found = visibleItems([&](QQuickItem* item) {
-            return item->property("focusRadius").isValid() && item->property("name") == name;
-        });
+        const auto found = ItemsInSight::controls(window().contentItem(), name);
         return found.isEmpty() ? nullptr : found.last();
     }
 
     QStringList controlNames()
     {
-        QStringList names;
-        for (auto* item :
-             visibleItems([](QQuickItem* item) { return item->property("focusRadius").isValid(); }))
-            names.append(item->property("name").toString());
-        return names;
+        return ItemsInSight::property("name", visibleItems(ItemsInSight::isControl));
     }
 
     /// The symbols in sight.
     QStringList symbols()
     {
-        QStringList names;
-        for (auto* item : visibleItems([](QQuickItem* item) { return item->inherits("Symbol"); }))
-            names.append(item->property("name").toString());
-        return names;
+        return ItemsInSight::property(
+            "name", visibleItems([](QQuickItem* item) { return item->inherits("Symbol"); }));
     }
 
     void tap(const QString& name)
     {
         auto* item = control(name);
         ASSERT_NE(item, nullptr) << qUtf8Printable(name);
-        QTest::mouseClick(&window(), Qt::LeftButton, {}, middleOf(item));
+        QTest::mouseClick(&window(), Qt::LeftButton, {}, ItemsInSight::middleOf(item));
     }
 
     void hover(const QString& name)
     {
         auto* item = control(name);
         ASSERT_NE(item, nullptr) << qUtf8Printable(name);
-        QTest::mouseMove(&window(), middleOf(item));
-    }
-
-    static QPoint middleOf(QQuickItem* item)
-    {
-        return item->mapToScene(QPointF(item->width() / 2, item->height() / 2)).toPoint();
+        QTest::mouseMove(&window(), ItemsInSight::middleOf(item));
     }
 
     FakePlatform platform;
@@ -173,16 +156,5 @@ private:
         if (item->property("fadeSeconds").isValid())
             return true;
         return item->inherits("QQuickText") && !item->property("character").isValid();
-    }
-
-    static void collect(QQuickItem* item, const std::function<bool(QQuickItem*)>& matches,
-                        QList<QQuickItem*>& found)
-    {
-        if (!item->isVisible())
-            return;
-        if (matches(item))
-            found.append(item);
-        for (auto* child : item->childItems())
-            collect(child, matches, found);
     }
 };

@@ -1,29 +1,23 @@
 #include "clipboard/QuickLookModel.h"
 
+#include "ViewWindow.h"
 #include "fakes/ManualMainQueue.h"
 #include "fakes/ManualSerialQueue.h"
 #include "platform/linux/images/QtImageCodec.h"
 
 #include <QFile>
 #include <QPainter>
-#include <QQmlComponent>
-#include <QQmlEngine>
-#include <QQuickItem>
-#include <QQuickWindow>
 #include <QSignalSpy>
 #include <QTemporaryDir>
-#include <QTest>
 
 #include <gmock/gmock.h>
-
-void qml_register_types_Quillbar();
 
 using testing::Contains;
 using testing::Not;
 
 namespace {
 /// The view of a preview over real files, which are read when a test says so.
-class QuickLookViewTest : public testing::Test
+class QuickLookViewTest : public testing::Test, protected ViewWindow
 {
 protected:
     ~QuickLookViewTest() override { view.reset(); }
@@ -47,21 +41,11 @@ protected:
 
     void show(const QStringList& paths, const QSize& size)
     {
-        qml_register_types_Quillbar();
-        engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
         model = std::make_unique<QuickLookModel>(QuickLookModel::Services{codec, queue, work}, paths,
                                                  QString(), 800, 1);
-        QQmlComponent component(&engine, QUrl(QStringLiteral("qrc:/qt/qml/Quillbar/QuickLookView.qml")));
-        view.reset(qobject_cast<QQuickItem*>(component.createWithInitialProperties(
-            {{QStringLiteral("model"), QVariant::fromValue(model.get())}})));
-        ASSERT_TRUE(view) << component.errorString().toStdString();
-        view->setParentItem(window.contentItem());
-        view->setSize(size);
-        window.setColor(QColor(0x46, 0x5a, 0x78));
-        window.resize(size);
-        window.show();
-        window.requestActivate();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+        ASSERT_NO_FATAL_FAILURE(showView(urlOf(QStringLiteral("QuickLookView")),
+                                         {{QStringLiteral("model"), QVariant::fromValue(model.get())}},
+                                         size));
         view->forceActiveFocus();
     }
     void load()
@@ -72,30 +56,13 @@ protected:
     }
     void press(Qt::Key key) { QTest::keyClick(&window, key); }
 
-    QStringList texts() { return textsBelow(window.contentItem()); }
     QQuickItem* reading() { return view->findChild<QQuickItem*>(QStringLiteral("reading")); }
 
     QTemporaryDir folder;
     QtImageCodec codec;
     ManualMainQueue queue;
     std::shared_ptr<ManualSerialQueue> work = std::make_shared<ManualSerialQueue>(QStringLiteral("work"));
-    QQmlEngine engine;
-    QQuickWindow window;
     std::unique_ptr<QuickLookModel> model;
-    std::unique_ptr<QQuickItem> view;
-
-private:
-    static QStringList textsBelow(const QQuickItem* item)
-    {
-        QStringList found;
-        if (!item->isVisible())
-            return found;
-        if (item->inherits("QQuickText"))
-            found.append(item->property("text").toString());
-        for (const auto* child : item->childItems())
-            found += textsBelow(child);
-        return found;
-    }
 };
 } // namespace
 

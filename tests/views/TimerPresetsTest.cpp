@@ -99,8 +99,8 @@ TEST_F(TimerPresetsTest, AWheelScrollsThePresets)
     launchOpen();
     auto* first = control(u"11m"_qs);
     const double before = first->mapToScene({}).x();
-    QWheelEvent down(middleOf(control(u"12m"_qs)), middleOf(control(u"12m"_qs)), {}, QPoint(0, -120),
-                     Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+    QWheelEvent down(ItemsInSight::middleOf(control(u"12m"_qs)), ItemsInSight::middleOf(control(u"12m"_qs)),
+                     {}, QPoint(0, -120), Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
     QCoreApplication::sendEvent(&window(), &down);
     EXPECT_TRUE(QTest::qWaitFor([&] { return first->mapToScene({}).x() < before - 20; }));
 }
