@@ -21,6 +21,7 @@ def move_for(display, seconds, rate):
             xtest.fake_input(display.connection, X.MotionNotify, x=x, y=height * 3 // 4 + made % 2)
             display.connection.flush()
             made += 1
+        # The rate is what is set here, so this sleeps until the next movement is due.
         time.sleep(max(0.0, began + made / rate - time.monotonic()))
     display.connection.sync()
     return made

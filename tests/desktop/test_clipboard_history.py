@@ -178,3 +178,17 @@ def test_a_launch_with_capture_off_leaves_the_file(desktop, history):
     desktop.copy_text("not recorded")
     app.wait_until_idle()
     assert history.path.read_text() == text
+
+
+def test_a_huge_text_leaves_nothing_in_memory(desktop, history, quillbar):
+    desktop.copy_text("before")
+    history.latest(text="before")
+    quillbar.wait_until_idle(quiet=PAST_A_BEAT)
+    at_first = quillbar.own_memory_kib()
+    for number in range(3):
+        desktop.copy_text("0123456789" * 6_000_000)
+        quillbar.wait_until_idle(quiet=0.5)
+        desktop.copy_text(f"after {number}")
+        history.latest(text=f"after {number}")
+        quillbar.wait_until_idle(quiet=PAST_A_BEAT)
+    assert quillbar.own_memory_kib() < at_first + 4096

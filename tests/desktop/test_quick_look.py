@@ -4,13 +4,12 @@ import io
 
 import pytest
 from PIL import Image
-from Xlib import error
 
+from harness.clipboard_panel import window_titled
 from harness.copying import CopySource
 from harness.history import History
 from harness.waiting import wait_until
 
-SHORTCUT = "super+shift+v"
 MANAGERS = [{"wm": name} for name in ("openbox", "mutter")]
 every_manager = pytest.mark.parametrize("desktop", MANAGERS, indirect=True)
 RED = (200, 30, 30)
@@ -23,70 +22,54 @@ def png(width, height, colour=RED):
     return file.getvalue()
 
 
-class Windows:
-    """The panel and its preview."""
+class Preview:
+    """The preview of a row of the panel."""
 
-    def __init__(self, desktop, app):
-        self.desktop = desktop
+    def __init__(self, panel, app):
+        self.panel = panel
+        self.desktop = panel.desktop
+        self.x = panel.x
         self.app = app
-        self.x = desktop.x
-        self.temporary = desktop.root / "tmp"
-
-    def named(self, title):
-        try:
-            for window in self.x.windows_of_class("quillbar"):
-                if self.x.text_property(window, "_NET_WM_NAME") == title:
-                    return window
-        except error.XError:  # one goes while it is looked at
-            pass
-        return None
+        self.temporary = self.desktop.root / "tmp"
 
     @property
-    def panel(self):
-        return self.named("Quillbar Clipboard")
+    def window(self):
+        return window_titled(self.x, "Quillbar Preview")
 
-    @property
-    def preview(self):
-        return self.named("Quillbar Preview")
-
-    def has_keyboard(self, window):
+    def has_keyboard(self):
+        window = self.window
         return window is not None and self.x.focus_id() == window.id
 
-    def open_panel(self):
-        self.x.press_key(SHORTCUT)
-        wait_until(lambda: self.has_keyboard(self.panel), what="the panel has the keyboard")
-
-    def is_in_list(self):
-        tree = self.desktop.accessible(self.app)
-        return any(node.role == "list item" and node.focused for _, node in tree.walk())
-
     def go_to_list(self):
+        def is_in_list():
+            tree = self.desktop.accessible(self.app)
+            return any(node.role == "list item" and node.focused for _, node in tree.walk())
+
         def reached():
             self.x.press_key("Tab")
             self.app.wait_until_idle(quiet=0.05)
-            return self.is_in_list()
+            return is_in_list()
 
         wait_until(reached, 20, "Tab reaches the list")
 
-    def preview_opens(self):
+    def open(self):
         self.x.press_key("space")
-        wait_until(lambda: self.has_keyboard(self.preview), what="the preview has the keyboard")
-        return self.preview
+        wait_until(self.has_keyboard, what="the preview has the keyboard")
 
-    def preview_is_gone(self):
+    def wait_until_closed(self):
         wait_until(
-            lambda: self.preview is None and self.has_keyboard(self.panel),
+            lambda: self.window is None and self.panel.has_keyboard(),
             what="the preview is gone and the panel has the keyboard",
         )
 
     def shows_colour(self, colour):
         def shown():
-            place = self.x.geometry(self.preview)
+            place = self.x.geometry(self.window)
             return self.x.pixel(place.x + place.width // 2, place.y + place.height // 2) == colour
 
         wait_until(shown, what=f"the preview shows {colour}")
 
-    def name_of_preview(self, name):
+    def is_called(self, name):
         def named():
             return any(node.name == name for _, node in self.desktop.accessible(self.app).walk())
 
@@ -94,6 +77,25 @@ class Windows:
 
     def is_clean(self):
         return not list(self.temporary.glob("Quillbar-QL*"))
+
+
+@pytest.fixture
+def preview_of(desktop, panel):
+    """A preview, open on the one clip that was copied."""
+    sources = []
+
+    def opened(offers, kind):
+        app = desktop.launch()
+        sources.append(copy(desktop, offers, kind))
+        preview = Preview(panel, app)
+        panel.open()
+        preview.go_to_list()
+        preview.open()
+        return preview
+
+    yield opened
+    for source in sources:
+        source.close()
 
 
 def copy(desktop, offers, kind):
@@ -111,102 +113,78 @@ def copy(desktop, offers, kind):
 
 
 @every_manager
-def test_space_on_a_row_shows_its_image_and_escape_gives_the_keyboard_back(desktop):
-    app = desktop.launch()
-    source = copy(desktop, {"image/png": png(3000, 2000)}, "image")
-    windows = Windows(desktop, app)
-    windows.open_panel()
-    windows.go_to_list()
-    preview = windows.preview_opens()
-    windows.shows_colour(RED)
-    place = desktop.x.geometry(preview)
+def test_space_on_a_row_shows_its_image_and_escape_gives_the_keyboard_back(desktop, panel, preview_of):
+    preview = preview_of({"image/png": png(3000, 2000)}, "image")
+    preview.shows_colour(RED)
+    place = desktop.x.geometry(preview.window)
     width, height = desktop.x.size
     assert place.width <= 0.8 * width and place.height <= 0.8 * height
     assert abs(place.x + place.width / 2 - width / 2) <= 1
     assert abs(place.y + place.height / 2 - height / 2) <= 1
-    assert desktop.x.stack_index(preview) > desktop.x.stack_index(windows.panel)
-    windows.name_of_preview("Preview of Image")
-    (folder,) = windows.temporary.glob("Quillbar-QL*")
+    assert desktop.x.stack_index(preview.window) > desktop.x.stack_index(panel.window)
+    preview.is_called("Preview of Image")
+    (folder,) = preview.temporary.glob("Quillbar-QL*")
     (file,) = folder.iterdir()
     assert folder.stat().st_mode & 0o777 == 0o700
     assert file.stat().st_mode & 0o777 == 0o600
     desktop.x.press_key("Escape")
-    windows.preview_is_gone()
+    preview.wait_until_closed()
     desktop.x.press_key("Escape")
-    wait_until(lambda: windows.panel is None, what="the panel is closed")
-    assert windows.is_clean()
-    source.close()
+    panel.wait_until_closed()
+    assert preview.is_clean()
 
 
 @every_manager
-def test_the_arrows_turn_over_several_files(desktop):
+def test_the_arrows_turn_over_several_files(desktop, preview_of):
     pictures = [desktop.home / "first.png", desktop.home / "second.png"]
     colours = [RED, (30, 30, 200)]
     for path, colour in zip(pictures, colours):
         path.write_bytes(png(300, 200, colour))
     text = desktop.home / "notes.txt"
     text.write_text("one\ntwo\n")
-    app = desktop.launch()
     uris = "".join(f"file://{path}\r\n" for path in (*pictures, text))
-    source = copy(desktop, {"text/uri-list": uris.encode()}, "file")
-    windows = Windows(desktop, app)
-    windows.open_panel()
-    windows.go_to_list()
-    windows.preview_opens()
-    windows.shows_colour(colours[0])
+    preview = preview_of({"text/uri-list": uris.encode()}, "file")
+    preview.shows_colour(colours[0])
     desktop.x.press_key("Right")
-    windows.shows_colour(colours[1])
-    windows.name_of_preview("Preview of second.png")
+    preview.shows_colour(colours[1])
+    preview.is_called("Preview of second.png")
     desktop.x.press_key("Right")
-    windows.name_of_preview("Preview of notes.txt")
-    windows.name_of_preview("3 of 3")
+    preview.is_called("Preview of notes.txt")
+    preview.is_called("3 of 3")
     desktop.x.press_key("Left")
-    windows.shows_colour(colours[1])
+    preview.shows_colour(colours[1])
     desktop.x.press_key("space")
-    windows.preview_is_gone()
-    windows.preview_opens()
-    windows.shows_colour(colours[0])
-    source.close()
+    preview.wait_until_closed()
+    preview.open()
+    preview.shows_colour(colours[0])
 
 
 @every_manager
-def test_a_click_elsewhere_closes_preview_and_panel(desktop):
-    app = desktop.launch()
-    source = copy(desktop, {"image/png": png(300, 200)}, "image")
-    windows = Windows(desktop, app)
-    windows.open_panel()
-    windows.go_to_list()
-    windows.preview_opens()
+def test_a_click_elsewhere_closes_preview_and_panel(desktop, panel, preview_of):
+    preview = preview_of({"image/png": png(300, 200)}, "image")
     desktop.x.click(20, desktop.x.size[1] - 20)
-    wait_until(lambda: windows.preview is None and windows.panel is None, what="both are closed")
-    assert windows.is_clean()
-    source.close()
+    panel.wait_until_closed()
+    assert preview.window is None
+    assert preview.is_clean()
 
 
 @every_manager
-def test_a_click_into_the_panel_closes_the_preview_alone(desktop):
-    app = desktop.launch()
-    source = copy(desktop, {"image/png": png(100, 100)}, "image")
-    windows = Windows(desktop, app)
-    windows.open_panel()
-    windows.go_to_list()
-    windows.preview_opens()
-    windows.shows_colour(RED)
-    place = desktop.x.geometry(windows.panel)
+def test_a_click_into_the_panel_closes_the_preview_alone(desktop, panel, preview_of):
+    preview = preview_of({"image/png": png(100, 100)}, "image")
+    preview.shows_colour(RED)
+    place = desktop.x.geometry(panel.window)
     desktop.x.click(place.x + place.width // 2, place.y + 6)
-    windows.preview_is_gone()
-    app.wait_until_idle()
-    assert windows.has_keyboard(windows.panel)
-    source.close()
+    preview.wait_until_closed()
+    preview.app.wait_until_idle()
+    assert panel.has_keyboard()
 
 
-def test_space_in_the_search_field_is_a_blank(desktop):
+def test_space_in_the_search_field_is_a_blank(desktop, panel):
     app = desktop.launch()
     source = copy(desktop, {"image/png": png(100, 100)}, "image")
-    windows = Windows(desktop, app)
-    windows.open_panel()
+    panel.open()
     desktop.x.press_key("space")
     app.wait_until_idle()
-    assert windows.preview is None
-    assert windows.has_keyboard(windows.panel)
+    assert Preview(panel, app).window is None
+    assert panel.has_keyboard()
     source.close()

@@ -9,6 +9,17 @@ from .waiting import wait_until
 SHORTCUT = "super+shift+v"
 
 
+def window_titled(x, title):
+    """The program's window of that title, None when there is none."""
+    for window in x.windows_of_class("quillbar"):
+        try:
+            if x.text_property(window, "_NET_WM_NAME") == title:
+                return window
+        except error.XError:  # it has gone meanwhile
+            continue
+    return None
+
+
 class ClipboardPanel:
     TITLE = "Quillbar Clipboard"
 
@@ -18,13 +29,7 @@ class ClipboardPanel:
 
     @property
     def window(self):
-        for window in self.x.windows_of_class("quillbar"):
-            try:
-                if self.x.text_property(window, "_NET_WM_NAME") == self.TITLE:
-                    return window
-            except error.XError:  # it has gone meanwhile
-                continue
-        return None
+        return window_titled(self.x, self.TITLE)
 
     def has_keyboard(self):
         window = self.window

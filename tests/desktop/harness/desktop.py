@@ -3,7 +3,6 @@
 import os
 import random
 import subprocess
-import time
 
 from Xlib import X
 
@@ -118,12 +117,10 @@ class Desktop(Session):
             probe.window.unmap()
             probe.window.map()
             probe.connection.sync()
-            end = time.monotonic() + 0.05
-            while time.monotonic() < end:
-                if managed():
-                    return True
-                time.sleep(0.002)
-            return False
+            try:
+                return wait_until(managed, 0.05, "it is managed", interval=0.002)
+            except AssertionError:
+                return False
 
         wait_until(asked, 30.0, f"{self.manager.name} manages windows")
         number = probe.window.id

@@ -3,6 +3,8 @@
 import os
 import time
 
+from .waiting import wait_until
+
 _TICKS = os.sysconf("SC_CLK_TCK")
 
 
@@ -11,14 +13,16 @@ class Figures:
 
     def wait_until_idle(self, quiet=0.15, timeout=15.0):
         """Wait until the process has slept through `quiet` seconds: it has digested all events."""
-        deadline = time.monotonic() + timeout
         last, since = self.context_switches(), time.monotonic()
-        while time.monotonic() - since < quiet:
-            assert time.monotonic() < deadline, f"process {self.pid} never came to rest"
-            time.sleep(0.01)
+
+        def rested():
+            nonlocal last, since
             now = self.context_switches()
             if now != last:
                 last, since = now, time.monotonic()
+            return time.monotonic() - since >= quiet
+
+        wait_until(rested, timeout, f"process {self.pid} comes to rest", interval=0.01)
 
     def cpu_seconds(self):
         """User and system time of all threads, in seconds (resolution 10 ms)."""
