@@ -1,5 +1,6 @@
 #include "platform/linux/LinuxPlatform.h"
 
+#include "platform/linux/LargeMemory.h"
 #include "platform/linux/dbus/SessionInstanceOwner.h"
 #include "platform/linux/http/QtHttpSession.h"
 #include "platform/linux/images/QtImageCodec.h"
@@ -99,6 +100,7 @@ bool LinuxPlatform::prepareApplication()
     xcb_disconnect(connection);
     if (!hasServer)
         return false;
+    LargeMemory::leaveNoneInHeaps();
     borrowEnvironment();
     // A panel that is closed nearly all day should not hold a GPU context.
     if (!qEnvironmentVariableIsSet("QT_QUICK_BACKEND"))
