@@ -1,9 +1,9 @@
 #pragma once
 
-#include "clipboard/ClipThumbnailCache.h"
-#include "clipboard/ClipboardPanelController.h"
-#include "clipboard/ClipboardWatcher.h"
-#include "clipboard/SnippetStore.h"
+#include "clipboard/history/ClipThumbnailCache.h"
+#include "clipboard/history/ClipboardWatcher.h"
+#include "clipboard/panel/ClipboardPanelController.h"
+#include "clipboard/snippets/SnippetStore.h"
 #include "platform/Platform.h"
 #include "settings/QuillbarSettings.h"
 #include "shell/AboutWindowController.h"

@@ -1,5 +1,5 @@
-#include "clipboard/ClipSearch.h"
-#include "clipboard/ClipThumbnailCache.h"
+#include "clipboard/history/ClipThumbnailCache.h"
+#include "clipboard/panel/ClipSearch.h"
 #include "platform/ImageCodec.h"
 
 #include <benchmark/benchmark.h>

@@ -1,4 +1,4 @@
-#include "clipboard/ClipboardHistoryFile.h"
+#include "clipboard/history/ClipboardHistoryFile.h"
 #include "support/AtomicFile.h"
 
 #include <QFile>

@@ -1,5 +1,5 @@
-#include "clipboard/ClipContentDetector.h"
-#include "clipboard/PslLinkDetector.h"
+#include "clipboard/detection/ClipContentDetector.h"
+#include "clipboard/detection/PslLinkDetector.h"
 
 #include <benchmark/benchmark.h>
 

@@ -2,8 +2,8 @@
 
 #include "AppDelegate.h"
 
-#include "clipboard/LinkPreviewFetcher.h"
-#include "clipboard/QuickLookModel.h"
+#include "clipboard/previews/LinkPreviewFetcher.h"
+#include "clipboard/previews/QuickLookModel.h"
 #include "shell/NotchScreen.h"
 #include "support/AppPaths.h"
 #include "support/ThreadSerialQueue.h"

@@ -1,6 +1,6 @@
 #include "settings/QuillbarSettings.h"
 
-#include "clipboard/ColorParser.h"
+#include "clipboard/detection/ColorParser.h"
 #include "settings/HotKeyFormatting.h"
 #include "support/AppPaths.h"
 

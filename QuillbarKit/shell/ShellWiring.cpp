@@ -2,7 +2,7 @@
 
 #include "AppDelegate.h"
 
-#include "clipboard/ClipboardModule.h"
+#include "clipboard/module/ClipboardModule.h"
 #include "timer/TimerModule.h"
 
 std::vector<std::unique_ptr<NotchModule>>

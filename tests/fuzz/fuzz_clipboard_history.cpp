@@ -1,5 +1,5 @@
 #include "Require.h"
-#include "clipboard/ClipboardHistoryFile.h"
+#include "clipboard/history/ClipboardHistoryFile.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,5 +1,5 @@
 #include "Require.h"
-#include "clipboard/ColorParser.h"
+#include "clipboard/detection/ColorParser.h"
 
 #include <QString>
 

@@ -1,7 +1,7 @@
 #include "Require.h"
-#include "clipboard/ClipContentDetector.h"
-#include "clipboard/ColorParser.h"
-#include "clipboard/PslLinkDetector.h"
+#include "clipboard/detection/ClipContentDetector.h"
+#include "clipboard/detection/ColorParser.h"
+#include "clipboard/detection/PslLinkDetector.h"
 
 #include <QString>
 

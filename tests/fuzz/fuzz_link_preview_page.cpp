@@ -1,5 +1,5 @@
 #include "Require.h"
-#include "clipboard/LinkPreviewPage.h"
+#include "clipboard/previews/LinkPreviewPage.h"
 
 #include <QRegularExpression>
 #include <QString>

@@ -1,5 +1,5 @@
 #include "Require.h"
-#include "clipboard/SnippetFile.h"
+#include "clipboard/snippets/SnippetFile.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -18,7 +18,7 @@ SUBSYSTEMS = frozenset(
 SHARED = ("ui/", "settings/", "shell/NotchModule.h")
 # and these the ones named, beyond that. A new line here is a decision about the architecture.
 ALLOWED = {
-    "settings": ("clipboard/ColorParser.h",),
+    "settings": ("clipboard/detection/ColorParser.h",),
 }
 
 # Headers of the desktop's own libraries, which only the Linux side of the ports may know.

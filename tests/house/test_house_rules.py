@@ -48,7 +48,7 @@ class TestHouseRules(unittest.TestCase):
             ("QuillbarKit/timer/A.cpp", '"shell/NotchModule.h"'),
             ("QuillbarKit/timer/A.cpp", '"moc_A.cpp"'),
             ("QuillbarKit/timer/A.cpp", '"A.moc"'),
-            ("QuillbarKit/settings/A.cpp", '"clipboard/ColorParser.h"'),
+            ("QuillbarKit/settings/A.cpp", '"clipboard/detection/ColorParser.h"'),
             ("QuillbarKit/timer/TimerWiring.cpp", '"AppDelegate.h"'),
             ("QuillbarKit/AppDelegate.cpp", '"timer/B.h"'),
             ("QuillbarKit/AppDelegate.cpp", '"timer/TimerWiring.h"'),
@@ -80,8 +80,8 @@ class TestHouseRules(unittest.TestCase):
         for path, header in (
             ("QuillbarKit/timer/A.cpp", '"media/B.h"'),
             ("QuillbarKit/timer/A.cpp", '"shell/PanelState.h"'),
-            ("QuillbarKit/sync/A.cpp", '"clipboard/ClipContentDetector.h"'),
-            ("QuillbarKit/settings/A.cpp", '"clipboard/ClipboardWatcher.h"'),
+            ("QuillbarKit/sync/A.cpp", '"clipboard/detection/ClipContentDetector.h"'),
+            ("QuillbarKit/settings/A.cpp", '"clipboard/history/ClipboardWatcher.h"'),
         ):
             with self.subTest(path=path, header=header):
                 self.assert_wrong_include(path, header)

@@ -1,8 +1,8 @@
-#include "clipboard/ClipboardModule.h"
+#include "clipboard/module/ClipboardModule.h"
 
 #include "ViewWindow.h"
-#include "clipboard/ClipThumbnailCache.h"
-#include "clipboard/ClipboardWatcher.h"
+#include "clipboard/history/ClipThumbnailCache.h"
+#include "clipboard/history/ClipboardWatcher.h"
 #include "fakes/FakePlatform.h"
 #include "fakes/ManualSerialQueue.h"
 #include "settings/QuillbarSettings.h"

@@ -1,4 +1,4 @@
-#include "clipboard/QuickLookModel.h"
+#include "clipboard/previews/QuickLookModel.h"
 
 #include "ViewWindow.h"
 #include "fakes/ManualMainQueue.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "clipboard/ClipboardHistoryFile.h"
+#include "clipboard/history/ClipboardHistoryFile.h"
 
 #include <QByteArrayList>
 #include <QCryptographicHash>

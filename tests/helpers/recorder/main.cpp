@@ -4,7 +4,7 @@
 //
 // Captures of texts, images and files, repeats, edits, pins, boards and copies back follow one another as
 // SEED decides. After each, once its save has returned, a line of the clips' UUIDs is printed.
-#include "clipboard/ClipboardWatcher.h"
+#include "clipboard/history/ClipboardWatcher.h"
 #include "fakes/FakeImageCodec.h"
 #include "fakes/FakePasteboard.h"
 #include "fakes/FakeWorkspace.h"

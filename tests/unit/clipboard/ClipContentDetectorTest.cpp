@@ -1,4 +1,4 @@
-#include "clipboard/ClipContentDetector.h"
+#include "clipboard/detection/ClipContentDetector.h"
 
 #include <gmock/gmock.h>
 

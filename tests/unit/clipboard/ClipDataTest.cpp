@@ -1,4 +1,4 @@
-#include "clipboard/ClipData.h"
+#include "clipboard/history/ClipData.h"
 
 #include <QCryptographicHash>
 

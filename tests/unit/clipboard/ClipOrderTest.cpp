@@ -1,4 +1,4 @@
-#include "clipboard/ClipOrder.h"
+#include "clipboard/history/ClipOrder.h"
 
 #include <gtest/gtest.h>
 

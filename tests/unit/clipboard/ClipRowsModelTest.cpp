@@ -1,4 +1,4 @@
-#include "clipboard/ClipRowsModel.h"
+#include "clipboard/rows/ClipRowsModel.h"
 
 #include <gmock/gmock.h>
 

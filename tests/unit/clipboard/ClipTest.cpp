@@ -1,4 +1,4 @@
-#include "clipboard/Clip.h"
+#include "clipboard/history/Clip.h"
 
 #include <gtest/gtest.h>
 

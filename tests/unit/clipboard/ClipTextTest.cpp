@@ -1,4 +1,4 @@
-#include "clipboard/ClipText.h"
+#include "clipboard/history/ClipText.h"
 
 #include <gtest/gtest.h>
 

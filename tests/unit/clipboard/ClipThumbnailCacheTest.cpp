@@ -1,4 +1,4 @@
-#include "clipboard/ClipThumbnailCache.h"
+#include "clipboard/history/ClipThumbnailCache.h"
 
 #include "platform/ImageCodec.h"
 

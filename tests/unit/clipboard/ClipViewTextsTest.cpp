@@ -1,4 +1,4 @@
-#include "clipboard/ClipViewTexts.h"
+#include "clipboard/rows/ClipViewTexts.h"
 
 #include <gmock/gmock.h>
 

@@ -1,6 +1,6 @@
 #include "unit/clipboard/ClipboardWatcherFixture.h"
 
-#include "clipboard/PasteboardConcealment.h"
+#include "clipboard/history/PasteboardConcealment.h"
 
 #include <QRegularExpression>
 

@@ -1,5 +1,5 @@
 // What a killed process leaves of the history.
-#include "clipboard/ClipboardHistoryFile.h"
+#include "clipboard/history/ClipboardHistoryFile.h"
 #include "helpers/recorder/RecordedState.h"
 #include "unit/support/SavedFolder.h"
 #include "unit/support/SaverProcess.h"

@@ -1,4 +1,4 @@
-#include "clipboard/ClipboardHistoryFile.h"
+#include "clipboard/history/ClipboardHistoryFile.h"
 
 #include "unit/clipboard/ClipboardFiles.h"
 

@@ -1,5 +1,5 @@
-#include "clipboard/ClipText.h"
-#include "clipboard/ClipThumbnailCache.h"
+#include "clipboard/history/ClipText.h"
+#include "clipboard/history/ClipThumbnailCache.h"
 #include "platform/linux/images/QtImageCodec.h"
 #include "unit/clipboard/ClipboardWatcherFixture.h"
 #include "unit/platform/PictureFiles.h"

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "clipboard/ClipThumbnailCache.h"
-#include "clipboard/ClipboardPanelController.h"
-#include "clipboard/QuickLookModel.h"
-#include "clipboard/SnippetStore.h"
+#include "clipboard/history/ClipThumbnailCache.h"
+#include "clipboard/panel/ClipboardPanelController.h"
+#include "clipboard/previews/QuickLookModel.h"
+#include "clipboard/snippets/SnippetStore.h"
 #include "fakes/FakeKeystrokes.h"
 #include "fakes/FakePanelView.h"
 #include "fakes/FakeQuickLookView.h"

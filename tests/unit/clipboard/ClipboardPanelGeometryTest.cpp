@@ -1,4 +1,4 @@
-#include "clipboard/ClipboardPanelGeometry.h"
+#include "clipboard/panel/ClipboardPanelGeometry.h"
 
 #include <gtest/gtest.h>
 

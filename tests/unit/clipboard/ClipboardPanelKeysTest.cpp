@@ -1,4 +1,4 @@
-#include "clipboard/ClipboardPanelKeys.h"
+#include "clipboard/panel/ClipboardPanelKeys.h"
 
 #include <gtest/gtest.h>
 

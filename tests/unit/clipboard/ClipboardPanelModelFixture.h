@@ -1,8 +1,8 @@
 #pragma once
 
-#include "clipboard/ClipThumbnailCache.h"
-#include "clipboard/ClipboardPanelModel.h"
-#include "clipboard/SnippetStore.h"
+#include "clipboard/history/ClipThumbnailCache.h"
+#include "clipboard/panel/ClipboardPanelModel.h"
+#include "clipboard/snippets/SnippetStore.h"
 #include "settings/QuillbarSettings.h"
 #include "support/UserDefaults.h"
 #include "unit/clipboard/ClipboardWatcherFixture.h"

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "clipboard/ClipboardHistoryFile.h"
-#include "clipboard/ClipboardWatcher.h"
+#include "clipboard/history/ClipboardHistoryFile.h"
+#include "clipboard/history/ClipboardWatcher.h"
 #include "fakes/FakeImageCodec.h"
 #include "fakes/FakePasteboard.h"
 #include "fakes/FakeWorkspace.h"

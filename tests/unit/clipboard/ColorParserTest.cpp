@@ -1,4 +1,4 @@
-#include "clipboard/ColorParser.h"
+#include "clipboard/detection/ColorParser.h"
 
 #include <gmock/gmock.h>
 

@@ -1,4 +1,4 @@
-#include "clipboard/DetectedKind.h"
+#include "clipboard/history/DetectedKind.h"
 
 #include <gmock/gmock.h>
 

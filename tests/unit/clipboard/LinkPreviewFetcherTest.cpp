@@ -1,4 +1,4 @@
-#include "clipboard/LinkPreviewFetcher.h"
+#include "clipboard/previews/LinkPreviewFetcher.h"
 
 #include "fakes/FakeHttpSession.h"
 #include "fakes/ManualMainQueue.h"

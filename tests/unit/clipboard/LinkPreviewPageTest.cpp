@@ -1,4 +1,4 @@
-#include "clipboard/LinkPreviewPage.h"
+#include "clipboard/previews/LinkPreviewPage.h"
 
 #include <gmock/gmock.h>
 

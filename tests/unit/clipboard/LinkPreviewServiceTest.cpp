@@ -1,4 +1,4 @@
-#include "clipboard/LinkPreviewService.h"
+#include "clipboard/previews/LinkPreviewService.h"
 
 #include "support/Completion.h"
 

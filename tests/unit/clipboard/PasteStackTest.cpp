@@ -1,4 +1,4 @@
-#include "clipboard/PasteStack.h"
+#include "clipboard/panel/PasteStack.h"
 
 #include <gmock/gmock.h>
 

@@ -1,4 +1,4 @@
-#include "clipboard/PslLinkDetector.h"
+#include "clipboard/detection/PslLinkDetector.h"
 
 #include <gmock/gmock.h>
 

@@ -1,4 +1,4 @@
-#include "clipboard/PublicSuffixes.h"
+#include "clipboard/detection/PublicSuffixes.h"
 
 #include <gmock/gmock.h>
 

@@ -1,4 +1,4 @@
-#include "clipboard/QuickLookGeometry.h"
+#include "clipboard/previews/QuickLookGeometry.h"
 
 #include <gtest/gtest.h>
 

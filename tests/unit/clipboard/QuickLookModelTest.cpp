@@ -1,4 +1,4 @@
-#include "clipboard/QuickLookModel.h"
+#include "clipboard/previews/QuickLookModel.h"
 
 #include "fakes/FakeImageCodec.h"
 #include "fakes/ManualMainQueue.h"

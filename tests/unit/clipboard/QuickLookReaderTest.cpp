@@ -1,6 +1,6 @@
-#include "clipboard/QuickLookReader.h"
+#include "clipboard/previews/QuickLookReader.h"
 
-#include "clipboard/QuickLookText.h"
+#include "clipboard/previews/QuickLookText.h"
 #include "fakes/FakeImageCodec.h"
 
 #include <QDir>

@@ -1,4 +1,4 @@
-#include "clipboard/QuickLookText.h"
+#include "clipboard/previews/QuickLookText.h"
 
 #include <gtest/gtest.h>
 

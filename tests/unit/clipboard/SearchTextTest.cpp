@@ -1,4 +1,4 @@
-#include "clipboard/SearchText.h"
+#include "clipboard/panel/SearchText.h"
 
 #include <QString>
 

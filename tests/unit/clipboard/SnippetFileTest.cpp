@@ -1,4 +1,4 @@
-#include "clipboard/SnippetFile.h"
+#include "clipboard/snippets/SnippetFile.h"
 
 #include "unit/clipboard/ClipboardFiles.h"
 

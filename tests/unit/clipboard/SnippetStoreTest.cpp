@@ -1,6 +1,6 @@
-#include "clipboard/SnippetStore.h"
+#include "clipboard/snippets/SnippetStore.h"
 
-#include "clipboard/SnippetFile.h"
+#include "clipboard/snippets/SnippetFile.h"
 #include "fakes/ManualClock.h"
 #include "unit/support/SavedFolder.h"
 

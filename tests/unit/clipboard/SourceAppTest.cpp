@@ -1,4 +1,4 @@
-#include "clipboard/SourceApp.h"
+#include "clipboard/history/SourceApp.h"
 
 #include "fakes/FakeWorkspace.h"
 

@@ -1,4 +1,4 @@
-#include "clipboard/TitledRowsModel.h"
+#include "clipboard/panel/TitledRowsModel.h"
 
 #include <gmock/gmock.h>
 
