@@ -1,6 +1,9 @@
 #pragma once
 
 #include "media/MediaSource.h"
+#include "media/ScriptedPlayer.h"
+
+#include <QString>
 
 #include <functional>
 #include <memory>
@@ -47,8 +50,11 @@ public:
     std::function<void()>& onArtworkResolved();
 
 private:
+    /// Runs the script, if there is one for the player that is there, and reads.
+    void tell(std::function<std::optional<QString>(ScriptedPlayer)> script);
     void read();
     Callback toOnChange();
+    Callback whileAlive(Callback then);
 
     struct Alive
     {};
