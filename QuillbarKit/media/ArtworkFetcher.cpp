@@ -32,7 +32,8 @@ std::optional<QByteArray> encodedForQuery(const QString& text)
 std::optional<QString> artworkUrl(const QByteArray& answer)
 {
     const auto results = QJsonDocument::fromJson(answer).object()[u"results"].toArray();
-    if (results.isEmpty() || !std::ranges::all_of(results, &QJsonValue::isObject))
+    const auto isObject = [](const QJsonValue& result) { return result.isObject(); };
+    if (results.isEmpty() || !std::all_of(results.begin(), results.end(), isObject))
         return std::nullopt;
     const auto url = results.first().toObject()[u"artworkUrl100"];
     return url.isString() ? std::optional(url.toString()) : std::nullopt;
@@ -64,5 +65,6 @@ QCoro::Task<std::optional<QByteArray>> ArtworkFetcher::itunes(HttpSession& sessi
         co_return std::nullopt;
     // The service scales to the size in the name.
     cover->replace(QStringLiteral("100x100bb"), QStringLiteral("300x300bb"));
-    co_return co_await download(session, *cover);
+    const auto bytes = co_await download(session, *cover);
+    co_return bytes;
 }

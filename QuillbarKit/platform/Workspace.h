@@ -24,4 +24,7 @@ public:
     /// Its icon, `pixels` wide and high at most, from the user's icon theme; none for a program that is not
     /// installed or has none.
     virtual std::optional<QImage> applicationIcon(const QString& bundleIdentifier, int pixels) const = 0;
+
+    /// The program that a process of this machine belongs to; none where it can't be told.
+    virtual std::optional<QString> applicationForProcess(qint64 pid) const = 0;
 };

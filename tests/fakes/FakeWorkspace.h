@@ -20,7 +20,16 @@ public:
         return found == icons.end() ? std::nullopt : std::optional(found->second);
     }
 
+    std::optional<QString> applicationForProcess(qint64 pid) const override
+    {
+        ++processLookups;
+        const auto found = processes.find(pid);
+        return found == processes.end() ? std::nullopt : std::optional(found->second);
+    }
+
     std::optional<QString> frontmost;
+    std::map<qint64, QString> processes;
+    mutable int processLookups = 0;
     std::map<QString, QString> names;
     std::map<QString, QImage> icons;
 };
