@@ -1,12 +1,8 @@
 #include "media/PlayerScripts.h"
 
-#include <array>
-#include <charconv>
+#include <QLocale>
 
 namespace {
-// A finite number has at most 309 digits before the point, and the smallest 324 after it.
-constexpr size_t longestNumber = 512;
-
 const auto head = QStringLiteral(R"(tell application "%1"
     if player state is stopped then return "STOPPED"
     set t to name of current track
@@ -82,10 +78,7 @@ QString boolean(bool value)
 /// The shortest digits that give the number again, never with an exponent.
 QString decimal(double number)
 {
-    std::array<char, longestNumber> text{};
-    const auto end =
-        std::to_chars(text.data(), text.data() + text.size(), number, std::chars_format::fixed).ptr;
-    return QString::fromLatin1(text.data(), end - text.data());
+    return QString::number(number, 'f', QLocale::FloatingPointShortest);
 }
 } // namespace
 

@@ -168,9 +168,12 @@ void ScriptEngine::startLookUp(ScriptedPlayer target, const QString& key, const 
 QCoro::Task<void> ScriptEngine::lookUp(std::weak_ptr<ScriptEngine> engine, HttpSession& session, QString key,
                                        QString address, QString term)
 {
+    std::optional<QByteArray> cover;
     // Searched only where the player says nothing; an address that can't be had is no reason to.
-    const auto cover = address.isEmpty() ? co_await ArtworkFetcher::itunes(session, term)
-                                         : co_await ArtworkFetcher::download(session, address);
+    if (address.isEmpty())
+        cover = co_await ArtworkFetcher::itunes(session, term);
+    else
+        cover = co_await ArtworkFetcher::download(session, address);
     if (const auto self = engine.lock())
         self->onQueue([key, cover](ScriptEngine& onQueue) { onQueue.finishLookUp(key, cover); });
 }
