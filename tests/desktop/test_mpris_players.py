@@ -23,23 +23,19 @@ SECONDS = 60  # of each song
 
 def make_song(folder, number, cover):
     """A quiet tone as FLAC with tags and a cover."""
-    tone, song = folder / f"{number}.wav", folder / f"{number} song.flac"
-    subprocess.run(
-        ["sox", "-n", "-r", "22050", tone, "synth", str(SECONDS), "sine", str(200 * number), "vol", "0.01"],
-        check=True,
-    )
+    song = folder / f"{number} song.flac"
+    tone = ["synth", str(SECONDS), "sine", str(200 * number), "vol", "0.01"]
+    subprocess.run(["sox", "-n", "-r", "22050", song, *tone], check=True)
     tags = {
         "TITLE": f"Song {number} ä",
         "ARTIST": "The Band",
         "ALBUM": "An Album",
         "TRACKNUMBER": f"{number}/2",
     }
+    settings = [f"--set-tag={key}={value}" for key, value in tags.items()]
     subprocess.run(
-        ["flac", "--silent", f"--picture={cover}", *(f"--tag={k}={v}" for k, v in tags.items())]
-        + ["-o", song, tone],
-        check=True,
+        ["metaflac", "--no-utf8-convert", f"--import-picture-from={cover}", *settings, song], check=True
     )
-    tone.unlink()
     return song
 
 
@@ -76,6 +72,17 @@ def stage():
         session.close()
 
 
+def connection(stage):
+    """A connection of the user's own: their bus serves nobody else, not even root."""
+    if stage.user is not None:
+        os.seteuid(stage.user.pw_uid)
+    try:
+        return dbus.bus.BusConnection(stage.env["DBUS_SESSION_BUS_ADDRESS"])
+    finally:
+        if stage.user is not None:
+            os.seteuid(0)
+
+
 class Player:
     """A player that plays both songs; `name` as on the bus."""
 
@@ -84,7 +91,7 @@ class Player:
 
     def __init__(self, stage):
         self.stage = stage
-        self.bus = dbus.bus.BusConnection(stage.env["DBUS_SESSION_BUS_ADDRESS"])
+        self.bus = connection(stage)
         self.start()
 
     def start(self):
@@ -154,11 +161,16 @@ class Cmus(Player):
             call = ["cmus-remote", "--server", str(socket), *arguments]
             return subprocess.run(call, env=self.stage.env, capture_output=True).returncode == 0
 
-        wait_until(lambda: remote("-C", "set output_plugin=pulse"), what="cmus obeys")
+        def plays():
+            remote("-C", "player-next", "player-play")
+            return self.ask("PlaybackStatus") == "Playing"
+
+        wait_until(
+            lambda: remote("-C", "set output_plugin=pulse", "set play_library=false"), what="cmus obeys"
+        )
         for song in self.stage.songs:
-            assert remote("-q", song)
-        wait_until(lambda: remote("-C", "player-next"), what="cmus plays")
-        wait_until(lambda: remote("-p"), what="cmus plays")
+            assert remote("-P", song)
+        wait_until(plays, what="cmus plays", interval=0.5)
 
 
 PLAYERS = [Mpv, Vlc, Audacious, Cmus]
