@@ -5,7 +5,6 @@ import io
 import os
 import pty
 import subprocess
-import time
 
 import dbus
 import pytest
