@@ -24,4 +24,15 @@ public:
     /// Its icon, `pixels` wide and high at most, from the user's icon theme; none for a program that is not
     /// installed or has none.
     virtual std::optional<QImage> applicationIcon(const QString& bundleIdentifier, int pixels) const = 0;
+
+    /// The program that a process runs. One without a desktop file goes by its own name, in lower case; none
+    /// for a process that isn't there.
+    virtual std::optional<QString> applicationForProcess(qint64 pid) const = 0;
+
+    /// Whether the program has a window, or is a media player without one.
+    virtual bool isRunning(const QString& bundleIdentifier) const = 0;
+
+    /// Brings the program to the front on behalf of the user. False when it doesn't run, or has nothing to
+    /// show.
+    virtual bool activate(const QString& bundleIdentifier) = 0;
 };

@@ -2,6 +2,8 @@
 
 #include "platform/Workspace.h"
 
+#include <QStringList>
+
 #include <map>
 
 /// Programs as a test installs and activates them.
@@ -19,8 +21,30 @@ public:
         const auto found = icons.find(bundleIdentifier);
         return found == icons.end() ? std::nullopt : std::optional(found->second);
     }
+    std::optional<QString> applicationForProcess(qint64 pid) const override
+    {
+        ++processLookups;
+        const auto found = processes.find(pid);
+        return found == processes.end() ? std::nullopt : std::optional(found->second);
+    }
+    bool isRunning(const QString& bundleIdentifier) const override
+    {
+        return running.contains(bundleIdentifier);
+    }
+    bool activate(const QString& bundleIdentifier) override
+    {
+        if (!isRunning(bundleIdentifier))
+            return false;
+        activated.append(bundleIdentifier);
+        return true;
+    }
 
     std::optional<QString> frontmost;
     std::map<QString, QString> names;
     std::map<QString, QImage> icons;
+    std::map<qint64, QString> processes;
+    mutable int processLookups = 0;
+    QStringList running;
+    /// In the order of the calls.
+    QStringList activated;
 };
