@@ -18,22 +18,22 @@ public:
     ScriptValue property(const QString& name) override
     {
         if (isBroken || !properties.contains(name))
-            throw ScriptError{u"no " + name};
+            throw ScriptError{QStringLiteral("no ") + name};
         return properties.value(name);
     }
 
     void setProperty(const QString& name, const ScriptValue& value) override
     {
         if (isBroken || !properties.contains(name))
-            throw ScriptError{u"no " + name};
+            throw ScriptError{QStringLiteral("no ") + name};
         properties[name] = value;
-        told.append(name + u" = " + ScriptValues::text(value).value_or(QStringLiteral("-")));
+        told.append(name + QStringLiteral(" = ") + ScriptValues::text(value).value_or(QStringLiteral("-")));
     }
 
     void perform(const QString& verb) override
     {
         if (isBroken)
-            throw ScriptError{u"no " + verb};
+            throw ScriptError{QStringLiteral("no ") + verb};
         told.append(verb);
     }
 };

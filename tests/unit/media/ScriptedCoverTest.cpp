@@ -30,7 +30,7 @@ protected:
     {
         if (players.applications.isEmpty())
             runs(Music);
-        plays(Music, u"Track " + trackID, trackID);
+        plays(Music, QStringLiteral("Track ") + trackID, trackID);
         gives(trackID, cover);
     }
 
@@ -38,7 +38,7 @@ protected:
     {
         if (players.applications.isEmpty())
             runs(Spotify);
-        plays(Spotify, u"Track " + trackID, trackID);
+        plays(Spotify, QStringLiteral("Track ") + trackID, trackID);
         answer(PlayerScripts::artworkUrl(), address);
     }
 
