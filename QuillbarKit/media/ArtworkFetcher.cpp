@@ -31,11 +31,11 @@ std::optional<QByteArray> encodedForQuery(const QString& text)
 /// The address of the cover in an answer of the search.
 std::optional<QString> artworkUrl(const QByteArray& answer)
 {
-    const auto results = QJsonDocument::fromJson(answer).object()[u"results"].toArray();
+    const auto results = QJsonDocument::fromJson(answer).object().value(u"results").toArray();
     const auto isObject = [](const QJsonValue& result) { return result.isObject(); };
     if (results.isEmpty() || !std::all_of(results.begin(), results.end(), isObject))
         return std::nullopt;
-    const auto url = results.first().toObject()[u"artworkUrl100"];
+    const QJsonValue url = results.first().toObject().value(u"artworkUrl100");
     return url.isString() ? std::optional(url.toString()) : std::nullopt;
 }
 } // namespace

@@ -14,13 +14,17 @@
 class FakeNowPlayingFramework final : public NowPlayingFramework
 {
 public:
+    enum Answers { AtOnce, Held };
+
+    explicit FakeNowPlayingFramework(Answers answers = AtOnce) : isHeld(answers == Held) {}
+
     /// What plays, by the framework's own keys.
     QVariantMap info;
     qint32 pid = 0;
     /// Names of functions that there are not.
     QStringList missing;
     /// While true nobody is answered before answer().
-    bool isHeld = false;
+    bool isHeld;
 
     // What was asked for.
     int registrations = 0;
