@@ -3,6 +3,7 @@
 import pytest
 
 from harness.scripted_players import ScriptedMedia, ScriptedPlayer, metadata
+from harness.waiting import wait_until
 
 TRACK = "/track/1"
 SECOND = "/track/2"
@@ -81,8 +82,9 @@ def test_each_command_arrives_at_spotify(spotify, media):
     ):
         before = len(spotify.calls)
         media.send(command)
-        spotify.wait_for_call(*call)
-        assert spotify.calls[before:] == [call]
+        wait_until(
+            lambda: spotify.calls[before:] == [call], 20, f"{command} arrives: {spotify.calls[before:]}"
+        )
 
 
 def test_each_command_arrives_at_music(music, media):
@@ -99,8 +101,7 @@ def test_each_command_arrives_at_music(music, media):
     ):
         before = len(music.calls)
         media.send(command)
-        music.wait_for_call(*call)
-        assert music.calls[before:] == [call]
+        wait_until(lambda: music.calls[before:] == [call], 20, f"{command} arrives: {music.calls[before:]}")
 
 
 def test_a_favourite_has_no_place_on_the_bus_and_harms_nothing(music, media):
