@@ -158,8 +158,10 @@ TEST(ScriptParser, SurvivesDepth)
     EXPECT_TRUE(parse(nested(ScriptParser::deepestNesting - 1)));
     EXPECT_FALSE(parse(nested(ScriptParser::deepestNesting)));
     EXPECT_FALSE(parse(nested(20'000)));
-    EXPECT_FALSE(parse(QStringLiteral("tell application \"X\" to ") + QStringLiteral("try\n").repeated(5'000)));
-    EXPECT_FALSE(parse(QStringLiteral("tell application \"X\" to ") + QStringLiteral("if a is b then ").repeated(2'000)));
+    EXPECT_FALSE(
+        parse(QStringLiteral("tell application \"X\" to ") + QStringLiteral("try\n").repeated(5'000)));
+    EXPECT_FALSE(parse(QStringLiteral("tell application \"X\" to ") +
+                       QStringLiteral("if a is b then ").repeated(2'000)));
 }
 
 TEST(ScriptParser, RefusesWhatIsTooLong)

@@ -12,7 +12,7 @@ class PlayerBus;
 
 /// Runs the scripts that are written for players against the player's object on the session bus. A script's
 /// application is the player that calls itself so, else one whose identifier holds the word. Never starts a
-/// program. A player that hangs holds it up for 2 seconds once, see PlayerBus.
+/// program. A player that hangs holds it up for 2 seconds now and then, see PlayerBus.
 class MprisScriptRunner final : public ScriptRunner
 {
 public:
