@@ -153,6 +153,11 @@ class Player(dbus.service.Object):
         else:
             refuse(dbus.DBusException("no such property", name="org.freedesktop.DBus.Error.UnknownProperty"))
 
+    @dbus.service.method(PROPERTIES, in_signature="ssv")
+    def Set(self, interface, name, value):
+        self.record("Set", name, value)
+        self.obey({str(name): str(value) if isinstance(value, str) else bool(value)})
+
     @dbus.service.signal(PROPERTIES, signature="sa{sv}as")
     def PropertiesChanged(self, interface, changed, invalidated):
         pass

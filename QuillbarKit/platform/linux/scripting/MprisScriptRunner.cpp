@@ -1,6 +1,7 @@
 #include "platform/linux/scripting/MprisScriptRunner.h"
 
 #include "platform/linux/mpris/MprisMetadataParser.h"
+#include "platform/linux/scripting/PlayerBus.h"
 #include "platform/linux/scripting/ScriptEvaluator.h"
 #include "platform/linux/scripting/ScriptParser.h"
 #include "platform/linux/scripting/ScriptedMprisPlayer.h"
@@ -22,7 +23,9 @@ QString orElse(const QString& text, const QString& other)
 }
 } // namespace
 
-MprisScriptRunner::MprisScriptRunner(const Clock& clock) : m_bus(clock) {}
+MprisScriptRunner::MprisScriptRunner(const Clock& clock) : m_bus(std::make_unique<PlayerBus>(clock)) {}
+
+MprisScriptRunner::~MprisScriptRunner() = default;
 
 std::optional<ScriptResult> MprisScriptRunner::execute(const QString& source)
 {
@@ -35,7 +38,7 @@ std::optional<ScriptResult> MprisScriptRunner::execute(const QString& source)
     using Unit = ScriptedMprisPlayer::DurationUnit;
     // The one program whose scripts know milliseconds.
     const auto unit = script->application == u"Spotify" ? Unit::Milliseconds : Unit::Seconds;
-    ScriptedMprisPlayer player(m_bus, *busName, unit);
+    ScriptedMprisPlayer player(*m_bus, *busName, unit);
     return ScriptEvaluator::evaluate(*script, player);
 }
 
@@ -49,7 +52,7 @@ QList<RunningApplication> MprisScriptRunner::runningApplications()
 
 MprisScriptRunner::Players MprisScriptRunner::players()
 {
-    const auto names = m_bus.players();
+    const auto names = m_bus->players();
     m_identities.removeIf([&names](const auto& entry) { return !names.contains(entry.key()); });
     Players players;
     for (const auto& name : names)
@@ -61,7 +64,7 @@ RunningApplication MprisScriptRunner::identity(const QString& busName)
 {
     if (const auto known = m_identities.constFind(busName); known != m_identities.cend())
         return *known;
-    const auto properties = m_bus.properties(busName, mprisInterface);
+    const auto properties = m_bus->properties(busName, mprisInterface);
     const auto said = properties.value_or(QVariantMap());
     const RunningApplication application{
         orElse(MprisMetadataParser::text(said.value(QStringLiteral("Identity"))), lastPart(busName)),

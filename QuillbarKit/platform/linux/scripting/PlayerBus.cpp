@@ -14,7 +14,7 @@ const auto mirror = QStringLiteral("org.mpris.MediaPlayer2.playerctld");
 const auto busService = QStringLiteral("org.freedesktop.DBus");
 
 constexpr int answerMilliseconds = 2000;
-constexpr double silenceSeconds = 10;
+constexpr double silenceSeconds = 5;
 
 bool isSilence(QDBusError::ErrorType error)
 {
@@ -66,10 +66,7 @@ QDBusMessage PlayerBus::call(const QDBusMessage& message)
         return QDBusMessage::createError(QDBusError::NoReply, service + QStringLiteral(" doesn’t answer."));
     QDBusMessage call = message;
     call.setAutoStartService(false);
-    auto reply = m_connection.call(call, QDBus::Block, answerMilliseconds);
-    if (isSilence(QDBusError(reply).type()))
-        m_silentUntil.insert(service, m_clock.monotonicSeconds() + silenceSeconds);
-    return reply;
+    return m_connection.call(call, QDBus::Block, answerMilliseconds);
 }
 
 std::optional<QVariantMap> PlayerBus::properties(const QString& player, const QString& interface)
@@ -79,6 +76,9 @@ std::optional<QVariantMap> PlayerBus::properties(const QString& player, const QS
                                                   QStringLiteral("GetAll"));
     message << interface;
     const auto reply = call(message);
+    // A command may take its time, so this alone tells a player that hangs.
+    if (isSilence(QDBusError(reply).type()))
+        m_silentUntil.insert(player, m_clock.monotonicSeconds() + silenceSeconds);
     if (reply.type() != QDBusMessage::ReplyMessage)
         return std::nullopt;
     return MprisMetadataParser::unwrapped(reply.arguments().value(0)).toMap();

@@ -26,11 +26,11 @@ public:
     /// without a bus.
     QStringList players();
 
-    /// Waits for the answer for 2 seconds at most, and starts no program. Who has let that time pass once is
-    /// not waited for in the 10 seconds that follow: every call fails at once.
+    /// Waits for the answer for 2 seconds at most, and starts no program.
     QDBusMessage call(const QDBusMessage& message);
 
-    /// All properties of that interface of a player; none where it doesn't tell.
+    /// All properties of that interface of a player; none where it doesn't tell. A player that has not
+    /// answered in time is not waited for in the 5 seconds that follow: every call to it fails at once.
     std::optional<QVariantMap> properties(const QString& player, const QString& interface);
 
 private:
@@ -39,6 +39,6 @@ private:
     const Clock& m_clock;
     QDBusConnection m_connection;
     QString m_connectionName;
-    /// Until when, on the monotonic clock, a service is not waited for.
+    /// Until when, on the monotonic clock, a player is not waited for.
     QHash<QString, double> m_silentUntil;
 };
