@@ -56,14 +56,15 @@ QStringList MprisArtworkFile::places(const QString& address, qint64 pid, const Q
         path = QUrl(address).path(QUrl::FullyDecoded);
     if (!path.startsWith(u'/') || path.contains(QChar::Null))
         return {};
-    // Some write a file's name into the address as it is.
-    const auto unquoted = address.sliced(address.indexOf(u'/'));
     QStringList places;
     if (pid > 0)
         places.append(processes + u'/' + QString::number(pid) + QStringLiteral("/root") + path);
     places.append(path);
-    if (unquoted.startsWith(u"//") && unquoted.sliced(2) != path)
-        places.append(unquoted.sliced(2));
+    // Some write a file's name into the address as it is.
+    constexpr QStringView scheme = u"file://";
+    const auto unquoted = address.mid(scheme.size());
+    if (address.startsWith(scheme) && unquoted.startsWith(u'/') && unquoted != path)
+        places.append(unquoted);
     return places;
 }
 
