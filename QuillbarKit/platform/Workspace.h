@@ -24,4 +24,11 @@ public:
     /// Its icon, `pixels` wide and high at most, from the user's icon theme; none for a program that is not
     /// installed or has none.
     virtual std::optional<QImage> applicationIcon(const QString& bundleIdentifier, int pixels) const = 0;
+
+    /// Whether a program of that identifier runs.
+    virtual bool isRunning(const QString& /*bundleIdentifier*/) const { return false; }
+
+    /// Brings the first running program of that identifier to the front. False, and nothing happens, when
+    /// none runs.
+    virtual bool activate(const QString& /*bundleIdentifier*/) { return false; }
 };

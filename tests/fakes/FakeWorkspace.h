@@ -2,6 +2,8 @@
 
 #include "platform/Workspace.h"
 
+#include <QStringList>
+
 #include <map>
 
 /// Programs as a test installs and activates them.
@@ -20,7 +22,21 @@ public:
         return found == icons.end() ? std::nullopt : std::optional(found->second);
     }
 
+    bool isRunning(const QString& bundleIdentifier) const override
+    {
+        return running.contains(bundleIdentifier);
+    }
+    bool activate(const QString& bundleIdentifier) override
+    {
+        if (!isRunning(bundleIdentifier))
+            return false;
+        activated.append(bundleIdentifier);
+        return true;
+    }
+
     std::optional<QString> frontmost;
+    QStringList running;
+    QStringList activated;
     std::map<QString, QString> names;
     std::map<QString, QImage> icons;
 };
