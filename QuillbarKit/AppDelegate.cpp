@@ -34,6 +34,9 @@ AppDelegate::AppDelegate(const Platform& platform, std::vector<std::unique_ptr<N
                          QObject* parent)
     : QObject(parent), m_platform(platform), m_settings(platform.userDefaults),
       m_timerService(initialPresetSeconds, platform.clock, platform.mainQueue, platform.alertSound),
+      m_mediaSource(makeMediaSource()),
+      m_paletteQueue(std::make_unique<ThreadSerialQueue>(QStringLiteral("palette"))),
+      m_nowPlayingModel(*m_mediaSource, platform.mainQueue, *m_paletteQueue, platform.imageCodec),
       m_clipboardWatcher(platform.pasteboard, platform.workspace, platform.imageCodec, platform.clock,
                          platform.mainQueue,
                          std::make_shared<ThreadSerialQueue>(QStringLiteral("clip-images")),
@@ -67,19 +70,22 @@ void AppDelegate::applicationDidFinishLaunching()
     applyTrackerGeometry();
     m_tracker.onChange = [this](bool inside) { handleProximity(inside); };
     m_tracker.start();
-    // 4. The snippets and the clipboard.
+    // 4. What plays.
+    m_nowPlayingModel.start();
+    // 5. The snippets and the clipboard.
     launchClipboard();
-    // 5. The modules.
+    // 6. The modules.
     handSettingsToRegistry();
-    // 6. The keyboard shortcut.
+    // 7. The keyboard shortcut.
     launchClipboardHotKey();
-    // 7. What decides the peek.
+    // 8. What decides the peek.
+    subscribeNowPlaying();
     subscribeTimerActivity();
-    // 8. The settings of the services.
+    // 9. The settings of the services.
     pushTimerSettings();
     subscribeTimerSettings();
     subscribeClipboardSettings();
-    // 9. The displays.
+    // 10. The displays.
     connect(&m_platform.screens, &Screens::changed, this, &AppDelegate::screenParamsChanged);
 }
 
@@ -88,14 +94,16 @@ void AppDelegate::applicationWillTerminate()
     // The order matters here too: first what could still open the panel, last what is told of the desktop.
     // 1. The pointer.
     m_tracker.stop();
-    // 2. The clipboard.
+    // 2. What plays.
+    m_nowPlayingModel.stop();
+    // 3. The clipboard.
     m_clipboardWatcher.stop();
-    // 3. The keyboard shortcut.
+    // 4. The keyboard shortcut.
     if (m_clipboardHotKey)
         m_clipboardHotKey->unregister();
-    // 4. Everything that follows a published value.
+    // 5. Everything that follows a published value.
     m_cancellables.clear();
-    // 5. The displays.
+    // 6. The displays.
     m_platform.screens.disconnect(this);
 }
 
@@ -126,6 +134,7 @@ QVariantMap AppDelegate::rootViewInputs()
         {QStringLiteral("panelState"), QVariant::fromValue(&m_panelState)},
         {QStringLiteral("registry"), QVariant::fromValue(&m_registry)},
         {QStringLiteral("settings"), QVariant::fromValue(&m_settings)},
+        {QStringLiteral("nowPlaying"), QVariant::fromValue(&m_nowPlayingModel)},
         {QStringLiteral("blended"), m_platform.windowServer.isCompositing()},
         {QStringLiteral("notchInsetTop"), m_notchSize.height()},
         {QStringLiteral("notchWidth"), m_notchSize.width()},

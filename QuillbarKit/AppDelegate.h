@@ -4,6 +4,8 @@
 #include "clipboard/ClipboardPanelController.h"
 #include "clipboard/ClipboardWatcher.h"
 #include "clipboard/SnippetStore.h"
+#include "media/MediaSource.h"
+#include "media/NowPlayingModel.h"
 #include "platform/Platform.h"
 #include "settings/QuillbarSettings.h"
 #include "shell/AboutWindowController.h"
@@ -66,6 +68,7 @@ public:
     TimerService& timerService() { return m_timerService; }
     ClipboardWatcher& clipboardWatcher() { return m_clipboardWatcher; }
     SnippetStore& snippetStore() { return m_snippetStore; }
+    NowPlayingModel& nowPlayingModel() { return m_nowPlayingModel; }
     ModuleRegistry& registry() { return m_registry; }
     StatusItemController& statusController() { return m_statusController; }
     const AboutWindowController& aboutWindow() const { return m_aboutWindow; }
@@ -94,6 +97,7 @@ private:
     void toggleClipboardPanel();
     void launchClipboard();
     void handSettingsToRegistry();
+    void subscribeNowPlaying();
     void subscribeTimerActivity();
     void pushTimerSettings();
     void subscribeTimerSettings();
@@ -115,6 +119,7 @@ private:
 
     QQuickItem* makeClipboardPanelView(ClipboardPanelModel& model);
     QQuickItem* makeQuickLookView(QuickLookModel& model);
+    std::unique_ptr<MediaSource> makeMediaSource();
     std::vector<std::unique_ptr<NotchModule>>
     makeModules(std::vector<std::unique_ptr<NotchModule>> furtherModules);
     QSizeF expandedSize() const;
@@ -126,6 +131,9 @@ private:
     QuillbarSettings m_settings;
     PanelState m_panelState;
     TimerService m_timerService;
+    std::unique_ptr<MediaSource> m_mediaSource;
+    std::unique_ptr<SerialQueue> m_paletteQueue;
+    NowPlayingModel m_nowPlayingModel;
     ClipboardWatcher m_clipboardWatcher;
     SnippetStore m_snippetStore;
     ClipThumbnailCache m_clipThumbnails;

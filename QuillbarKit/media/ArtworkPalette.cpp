@@ -1,5 +1,7 @@
 #include "media/ArtworkPalette.h"
 
+#include "platform/ImageCodec.h"
+
 #include <QColorSpace>
 #include <QImage>
 
@@ -7,7 +9,11 @@
 #include <cmath>
 
 namespace {
-constexpr int Side = 36;
+/// Of the copy that is looked at.
+constexpr int side = 36;
+/// A larger cover is brought down to this by leaving pixels out, before it is scaled with care: scaling 3000
+/// x 3000 pixels with care takes longer than all the rest.
+constexpr int coarseSide = 4 * side;
 
 struct Rgb
 {
@@ -69,6 +75,18 @@ QColor opaque(const Rgb& colour)
     return QColor::fromRgbF(component(colour.r), component(colour.g), component(colour.b));
 }
 
+/// Premultiplied, stretched to fill.
+QImage smallCopy(const QImage& image)
+{
+    const QSize coarse(std::min(image.width(), coarseSide), std::min(image.height(), coarseSide));
+    auto copy = image.scaled(coarse, Qt::IgnoreAspectRatio, Qt::FastTransformation)
+                    .scaled(side, side, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    if (copy.colorSpace().isValid())
+        copy.convertToColorSpace(QColorSpace::SRgb);
+    copy.convertTo(QImage::Format_RGBA8888_Premultiplied);
+    return copy;
+}
+
 /// How much of an accent a pixel would make: vivid, and neither dark nor glaring.
 double vividness(const Rgb& pixel)
 {
@@ -92,21 +110,17 @@ QColor accentFrom(const Rgb& colour)
 }
 } // namespace
 
-std::optional<ArtworkPalette> ArtworkPalette::extract(const QByteArray& bytes)
+std::optional<ArtworkPalette> ArtworkPalette::extract(const QByteArray& bytes, const ImageCodec& codec)
 {
-    const auto image = QImage::fromData(bytes);
-    if (image.isNull())
-        return std::nullopt;
-    return extract(image);
+    const auto image = codec.thumbnail(bytes, coarseSide);
+    return image ? extract(*image) : std::nullopt;
 }
 
 std::optional<ArtworkPalette> ArtworkPalette::extract(const QImage& image)
 {
-    auto small = image.scaled(Side, Side, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
-    if (small.colorSpace().isValid())
-        small.convertToColorSpace(QColorSpace::SRgb);
-    small = small.convertToFormat(QImage::Format_RGBA8888_Premultiplied);
-
+    if (image.isNull())
+        return std::nullopt;
+    const auto small = smallCopy(image);
     int count = 0;
     Rgb sum;
     double bestScore = -1;

@@ -6,6 +6,7 @@
 
 #include <optional>
 
+class ImageCodec;
 class QImage;
 
 /// Two colours out of a cover, opaque sRGB. A value.
@@ -23,6 +24,6 @@ public:
 
     /// From an encoded image; none for one that can't be decoded or shows nothing. Any thread; decoding a
     /// large cover takes long.
-    static std::optional<ArtworkPalette> extract(const QByteArray& bytes);
+    static std::optional<ArtworkPalette> extract(const QByteArray& bytes, const ImageCodec& codec);
     static std::optional<ArtworkPalette> extract(const QImage& image);
 };

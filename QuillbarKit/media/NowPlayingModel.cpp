@@ -7,15 +7,22 @@
 struct NowPlayingModel::PaletteTask
 {};
 
-NowPlayingModel::NowPlayingModel(MediaSource& source, MainQueue& mainQueue, SerialQueue& paletteQueue,
-                                 QObject* parent)
-    : QObject(parent), m_source(source), m_mainQueue(mainQueue), m_paletteQueue(paletteQueue)
+namespace {
+/// Whether both have the very same bytes for a cover, seen without looking at them.
+bool shareCover(const std::optional<NowPlaying>& one, const std::optional<NowPlaying>& other)
 {
-    m_source.onChange = [this](const std::optional<NowPlaying>& snapshot) {
-        m_nowPlaying = snapshot;
-        Q_EMIT nowPlayingChanged();
-        refreshPalette();
-    };
+    const auto* cover = one && one->artworkData ? &*one->artworkData : nullptr;
+    const auto* otherCover = other && other->artworkData ? &*other->artworkData : nullptr;
+    return cover && otherCover && cover->constData() == otherCover->constData() &&
+           cover->size() == otherCover->size();
+}
+} // namespace
+
+NowPlayingModel::NowPlayingModel(MediaSource& source, MainQueue& mainQueue, SerialQueue& paletteQueue,
+                                 const ImageCodec& codec, QObject* parent)
+    : QObject(parent), m_source(source), m_mainQueue(mainQueue), m_paletteQueue(paletteQueue), m_codec(codec)
+{
+    m_source.onChange = [this](const std::optional<NowPlaying>& snapshot) { receive(snapshot); };
 }
 
 NowPlayingModel::~NowPlayingModel()
@@ -68,6 +75,16 @@ void NowPlayingModel::setLoved(bool loved)
     m_source.setLoved(loved);
 }
 
+void NowPlayingModel::receive(const std::optional<NowPlaying>& snapshot)
+{
+    // A look that found nothing new doesn't even cost a hash.
+    const bool isSameCover = shareCover(m_nowPlaying, snapshot);
+    m_nowPlaying = snapshot;
+    Q_EMIT nowPlayingChanged();
+    if (!isSameCover)
+        refreshPalette();
+}
+
 void NowPlayingModel::refreshPalette()
 {
     const auto cover = m_nowPlaying ? m_nowPlaying->artworkData : std::nullopt;
@@ -81,12 +98,16 @@ void NowPlayingModel::refreshPalette()
         return;
     }
     m_paletteTask = std::make_shared<PaletteTask>();
-    m_paletteQueue.async([this, cover = *cover, task = std::weak_ptr(m_paletteTask), &queue = m_mainQueue] {
-        queue.async([this, palette = ArtworkPalette::extract(cover), task] {
-            if (!task.expired())
-                publishPalette(palette);
+    m_paletteQueue.async(
+        [this, cover = *cover, task = std::weak_ptr(m_paletteTask), &queue = m_mainQueue, &codec = m_codec] {
+            // Of tracks that are skipped in a row, the covers still waiting are not decoded.
+            if (task.expired())
+                return;
+            queue.async([this, palette = ArtworkPalette::extract(cover, codec), task] {
+                if (!task.expired())
+                    publishPalette(palette);
+            });
         });
-    });
 }
 
 void NowPlayingModel::publishPalette(const std::optional<ArtworkPalette>& palette)

@@ -10,6 +10,7 @@
 #include <memory>
 #include <optional>
 
+class ImageCodec;
 class MainQueue;
 class SerialQueue;
 
@@ -32,7 +33,7 @@ public:
     /// Takes the source's onChange. What is passed outlives the model; `paletteQueue` is where covers are
     /// decoded.
     NowPlayingModel(MediaSource& source, MainQueue& mainQueue, SerialQueue& paletteQueue,
-                    QObject* parent = nullptr);
+                    const ImageCodec& codec, QObject* parent = nullptr);
     ~NowPlayingModel() override;
 
     const std::optional<NowPlaying>& nowPlaying() const { return m_nowPlaying; }
@@ -60,12 +61,14 @@ private:
 
     QVariant nowPlayingVariant() const;
     QVariant paletteVariant() const;
+    void receive(const std::optional<NowPlaying>& snapshot);
     void refreshPalette();
     void publishPalette(const std::optional<ArtworkPalette>& palette);
 
     MediaSource& m_source;
     MainQueue& m_mainQueue;
     SerialQueue& m_paletteQueue;
+    const ImageCodec& m_codec;
     std::optional<NowPlaying> m_nowPlaying;
     std::optional<ArtworkPalette> m_palette;
     /// Of the cover that the palette belongs to, 0 for no cover.

@@ -9,9 +9,11 @@ class HttpSession;
 class ImageCodec;
 class Keystrokes;
 class MainQueue;
+class NowPlayingFramework;
 class Pasteboard;
 class PointerMonitor;
 class Screens;
+class ScriptRunner;
 class StatusItem;
 class UserDefaults;
 class WindowServer;
@@ -33,6 +35,8 @@ struct Platform
     GlobalHotKeys& globalHotKeys;
     Keystrokes& keystrokes;
     HttpSession& httpSession;
+    NowPlayingFramework& nowPlayingFramework;
+    ScriptRunner& scriptRunner;
     UserDefaults& userDefaults;
     /// Where the stores have their files: an absolute path. The folder need not be there yet.
     QString supportDirectory;

@@ -25,6 +25,9 @@ public:
     /// installed or has none.
     virtual std::optional<QImage> applicationIcon(const QString& bundleIdentifier, int pixels) const = 0;
 
+    /// The program that a process of this machine belongs to; none where it can't be told.
+    virtual std::optional<QString> applicationForProcess(qint64 pid) const = 0;
+
     /// Whether a program of that identifier runs.
     virtual bool isRunning(const QString& /*bundleIdentifier*/) const { return false; }
 

@@ -10,8 +10,7 @@ Item {
     required property PanelState panelState
     required property ModuleRegistry registry
     required property QuillbarSettings settings
-    // What is playing; null where nothing tells.
-    property NowPlayingModel nowPlaying: null
+    required property NowPlayingModel nowPlaying
     // Whether transparent parts of the window show what lies beneath.
     required property bool blended
     required property real notchInsetTop
@@ -96,7 +95,7 @@ Item {
         PaletteGlow {
             id: glow
 
-            readonly property var palette: root.nowPlaying ? root.nowPlaying.palette : undefined
+            readonly property var palette: root.nowPlaying.palette
             property real presence: root.isOpen && root.shownID === "media" && palette !== undefined ? 1 : 0
             // The last one stays while it fades out.
             property color accent: "transparent"

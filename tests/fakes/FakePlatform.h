@@ -5,9 +5,11 @@
 #include "fakes/FakeHttpSession.h"
 #include "fakes/FakeImageCodec.h"
 #include "fakes/FakeKeystrokes.h"
+#include "fakes/FakeNowPlayingFramework.h"
 #include "fakes/FakePasteboard.h"
 #include "fakes/FakePointerMonitor.h"
 #include "fakes/FakeScreens.h"
+#include "fakes/FakeScriptRunner.h"
 #include "fakes/FakeStatusItem.h"
 #include "fakes/FakeWindowServer.h"
 #include "fakes/FakeWorkspace.h"
@@ -34,14 +36,30 @@ struct FakePlatform
     FakeGlobalHotKeys hotKeys{mainQueue};
     FakeKeystrokes keystrokes;
     FakeHttpSession httpSession;
+    /// Held at first: an empty answer would have the scripts asked, on a thread that no test waits for.
+    FakeNowPlayingFramework nowPlayingFramework{FakeNowPlayingFramework::Held};
+    FakeScriptRunner scriptRunner;
     QTemporaryDir folder;
     UserDefaults userDefaults{folder.filePath(QStringLiteral("defaults.json"))};
 
     Platform ports()
     {
-        return {
-            clock,      mainQueue,  screens,     pointer,      windowServer,
-            alertSound, pasteboard, workspace,   imageCodec,   statusItem,
-            hotKeys,    keystrokes, httpSession, userDefaults, folder.filePath(QStringLiteral("support"))};
+        return {clock,
+                mainQueue,
+                screens,
+                pointer,
+                windowServer,
+                alertSound,
+                pasteboard,
+                workspace,
+                imageCodec,
+                statusItem,
+                hotKeys,
+                keystrokes,
+                httpSession,
+                nowPlayingFramework,
+                scriptRunner,
+                userDefaults,
+                folder.filePath(QStringLiteral("support"))};
     }
 };

@@ -34,8 +34,18 @@ public:
         return true;
     }
 
+    std::optional<QString> applicationForProcess(qint64 pid) const override
+    {
+        ++processLookups;
+        const auto found = processes.find(pid);
+        return found == processes.end() ? std::nullopt : std::optional(found->second);
+    }
+
     std::optional<QString> frontmost;
+    std::map<qint64, QString> processes;
+    mutable int processLookups = 0;
     QStringList running;
+    /// In the order of the calls.
     QStringList activated;
     std::map<QString, QString> names;
     std::map<QString, QImage> icons;

@@ -212,7 +212,7 @@ protected:
     ManualSerialQueue covers{u"covers"_qs};
     ManualSerialQueue palettes{u"palettes"_qs};
     FakeMediaSource source;
-    NowPlayingModel model{source, mainQueue, palettes};
+    NowPlayingModel model{source, mainQueue, palettes, codec};
     PanelState panelState;
     ModuleRegistry registry;
 };

@@ -3,6 +3,8 @@
 #include "platform/linux/dbus/SessionInstanceOwner.h"
 #include "platform/linux/http/QtHttpSession.h"
 #include "platform/linux/images/QtImageCodec.h"
+#include "platform/linux/mpris/MprisNowPlayingFramework.h"
+#include "platform/linux/scripting/MprisScriptRunner.h"
 #include "platform/linux/sound/CanberraAlertSound.h"
 #include "platform/linux/tray/DesktopStatusItem.h"
 #include "platform/linux/x11/X11Connection.h"
@@ -49,6 +51,8 @@ struct LinuxPlatform::Parts
     X11HotKeys hotKeys{hotKeysConnection, mainQueue, hotKeysConnection.isXWayland()};
     X11Keystrokes keystrokes{keystrokesConnection, mainQueue};
     QtHttpSession httpSession{mainQueue};
+    MprisNowPlayingFramework nowPlayingFramework{httpSession, mainQueue, clock};
+    MprisScriptRunner scriptRunner{clock};
     UserDefaults userDefaults{AppPaths::configDirectory() + QStringLiteral("/defaults.json")};
 };
 
@@ -115,11 +119,23 @@ LinuxPlatform::~LinuxPlatform() = default;
 
 Platform LinuxPlatform::ports()
 {
-    return {m_parts->clock,          m_parts->mainQueue,    m_parts->screens,
-            m_parts->pointerMonitor, m_parts->windowServer, m_parts->alertSound,
-            m_parts->pasteboard,     m_parts->workspace,    m_parts->imageCodec,
-            m_parts->statusItem,     m_parts->hotKeys,      m_parts->keystrokes,
-            m_parts->httpSession,    m_parts->userDefaults, AppPaths::supportDirectory()};
+    return {m_parts->clock,
+            m_parts->mainQueue,
+            m_parts->screens,
+            m_parts->pointerMonitor,
+            m_parts->windowServer,
+            m_parts->alertSound,
+            m_parts->pasteboard,
+            m_parts->workspace,
+            m_parts->imageCodec,
+            m_parts->statusItem,
+            m_parts->hotKeys,
+            m_parts->keystrokes,
+            m_parts->httpSession,
+            m_parts->nowPlayingFramework,
+            m_parts->scriptRunner,
+            m_parts->userDefaults,
+            AppPaths::supportDirectory()};
 }
 
 InstanceOwner& LinuxPlatform::instanceOwner()

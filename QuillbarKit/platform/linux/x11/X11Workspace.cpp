@@ -186,3 +186,10 @@ std::optional<QImage> X11Workspace::applicationIcon(const QString& bundleIdentif
     const auto* entry = m_applications.index().withId(bundleIdentifier);
     return entry ? ApplicationIcon::image(entry->icon, pixels) : std::nullopt;
 }
+
+std::optional<QString> X11Workspace::applicationForProcess(qint64 pid) const
+{
+    WindowFacts facts;
+    facts.process = ProcessReader::read(m_processes, pid);
+    return ApplicationMatch::bundleIdentifier(facts, m_applications.index());
+}

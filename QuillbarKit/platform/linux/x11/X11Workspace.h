@@ -26,6 +26,7 @@ public:
     std::optional<QString> frontmostApplication() const override;
     std::optional<QString> applicationName(const QString& bundleIdentifier) const override;
     std::optional<QImage> applicationIcon(const QString& bundleIdentifier, int pixels) const override;
+    std::optional<QString> applicationForProcess(qint64 pid) const override;
 
 private:
     struct Requests;

@@ -1,0 +1,101 @@
+#include "platform/linux/scripting/PlayerBus.h"
+
+#include "platform/linux/mpris/MprisBus.h"
+#include "platform/linux/mpris/MprisMetadataParser.h"
+#include "support/Clock.h"
+
+#include <QDBusError>
+
+#include <atomic>
+
+namespace {
+const auto playerPrefix = QStringLiteral("org.mpris.MediaPlayer2.");
+const auto mirror = QStringLiteral("org.mpris.MediaPlayer2.playerctld");
+const auto busService = QStringLiteral("org.freedesktop.DBus");
+
+constexpr int answerMilliseconds = 2000;
+constexpr double silenceSeconds = 10;
+
+bool isSilence(QDBusError::ErrorType error)
+{
+    return error == QDBusError::NoReply || error == QDBusError::Timeout || error == QDBusError::TimedOut;
+}
+
+QString nextConnectionName()
+{
+    static std::atomic<int> count = 0;
+    return QStringLiteral("quillbar-scripts-%1").arg(++count);
+}
+} // namespace
+
+PlayerBus::PlayerBus(const Clock& clock) : m_clock(clock), m_connection(QString()) {}
+
+PlayerBus::~PlayerBus()
+{
+    if (!m_connectionName.isEmpty())
+        QDBusConnection::disconnectFromBus(m_connectionName);
+}
+
+QStringList PlayerBus::players()
+{
+    const auto reply = call(QDBusMessage::createMethodCall(
+        busService, QStringLiteral("/org/freedesktop/DBus"), busService, QStringLiteral("ListNames")));
+    if (reply.type() != QDBusMessage::ReplyMessage)
+        return {};
+    QStringList players;
+    const auto names = reply.arguments().value(0).toStringList();
+    for (const auto& name : names) {
+        if (name.startsWith(playerPrefix) && name != mirror)
+            players.append(name);
+    }
+    players.sort();
+    // A player that comes back under its name is a new one.
+    m_silentUntil.removeIf([&players](const auto& entry) {
+        return entry.key() != busService && !players.contains(entry.key());
+    });
+    return players;
+}
+
+QDBusMessage PlayerBus::call(const QDBusMessage& message)
+{
+    const QString service = message.service();
+    if (!connect())
+        return QDBusMessage::createError(QDBusError::Disconnected,
+                                         QStringLiteral("There is no session bus."));
+    if (m_clock.monotonicSeconds() < m_silentUntil.value(service))
+        return QDBusMessage::createError(QDBusError::NoReply, service + QStringLiteral(" doesn’t answer."));
+    QDBusMessage call = message;
+    call.setAutoStartService(false);
+    auto reply = m_connection.call(call, QDBus::Block, answerMilliseconds);
+    if (isSilence(QDBusError(reply).type()))
+        m_silentUntil.insert(service, m_clock.monotonicSeconds() + silenceSeconds);
+    return reply;
+}
+
+std::optional<QVariantMap> PlayerBus::properties(const QString& player, const QString& interface)
+{
+    auto message = QDBusMessage::createMethodCall(player, QStringLiteral("/org/mpris/MediaPlayer2"),
+                                                  QStringLiteral("org.freedesktop.DBus.Properties"),
+                                                  QStringLiteral("GetAll"));
+    message << interface;
+    const auto reply = call(message);
+    if (reply.type() != QDBusMessage::ReplyMessage)
+        return std::nullopt;
+    return MprisMetadataParser::unwrapped(reply.arguments().value(0)).toMap();
+}
+
+bool PlayerBus::connect()
+{
+    if (m_connection.isConnected())
+        return true;
+    if (!m_connectionName.isEmpty())
+        QDBusConnection::disconnectFromBus(m_connectionName);
+    m_connectionName.clear();
+    // Without an address to look at, the library would start a bus of its own.
+    if (!MprisBus::isAnnounced())
+        return false;
+    m_connectionName = nextConnectionName();
+    m_connection = QDBusConnection::connectToBus(QDBusConnection::SessionBus, m_connectionName);
+    m_silentUntil.clear();
+    return m_connection.isConnected();
+}
