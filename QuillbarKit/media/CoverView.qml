@@ -79,7 +79,7 @@ Control {
     Outline {
         objectName: "hover"
         groundTop: Qt.rgba(0, 0, 0, 0.22)
-        groundBottom: groundTop
+        groundBottom: Qt.rgba(0, 0, 0, 0.22)
         opacity: cover.hovered && cover.content.isSourceRunning ? 1 : 0
         visible: opacity > 0
 

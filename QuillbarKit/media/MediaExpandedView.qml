@@ -20,7 +20,7 @@ Item {
     // What the cover takes from one side, with the gap.
     readonly property real taken: isCorner ? cornerWidth + 14 : padding + artSide + 16
     // The cover's colour, or the user's own.
-    property color accent: model.palette ? model.palette.accent : Contrast.legible(settings.accentColor)
+    property color accent: Contrast.legible(model.palette ? model.palette.accent : settings.accentColor)
     property bool appeared: false
 
     implicitWidth: 600

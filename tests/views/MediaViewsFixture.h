@@ -159,7 +159,7 @@ protected:
     QQuickItem* ofFile(const QString& name)
     {
         const auto found = visibleItems([&](QQuickItem* item) {
-            return QString::fromLatin1(item->metaObject()->className()).startsWith(name + u"_QML");
+            return QString::fromLatin1(item->metaObject()->className()).startsWith(name + u"_QML"_qs);
         });
         return found.size() == 1 ? found.first() : nullptr;
     }

@@ -31,12 +31,21 @@ inline bool isFading(QQuickWindow& window)
             }).isEmpty();
 }
 
+/// A view may hang in the window without being its child.
+inline QList<QObject*> everythingIn(QQuickWindow& window)
+{
+    auto all = window.findChildren<QObject*>();
+    for (auto* view : window.contentItem()->childItems())
+        all += view->findChildren<QObject*>();
+    return all;
+}
+
 inline void wait(QQuickWindow& window)
 {
     // What one animation ends may start another.
     int still = 0;
     ASSERT_TRUE(QTest::qWaitFor([&] {
-        const auto all = window.findChildren<QObject*>();
+        const auto all = everythingIn(window);
         still = std::ranges::any_of(all, moves) || isFading(window) ? 0 : still + 1;
         return still > 3;
     }));
