@@ -25,13 +25,14 @@ public:
     /// installed or has none.
     virtual std::optional<QImage> applicationIcon(const QString& bundleIdentifier, int pixels) const = 0;
 
-    /// The program that a process of this machine belongs to; none where it can't be told.
+    /// The program that a process runs. One without a desktop file goes by its own name, in lower case; none
+    /// for a process that isn't there.
     virtual std::optional<QString> applicationForProcess(qint64 pid) const = 0;
 
-    /// Whether a program of that identifier runs.
-    virtual bool isRunning(const QString& /*bundleIdentifier*/) const { return false; }
+    /// Whether the program has a window, or is a media player without one.
+    virtual bool isRunning(const QString& bundleIdentifier) const = 0;
 
-    /// Brings the first running program of that identifier to the front. False, and nothing happens, when
-    /// none runs.
-    virtual bool activate(const QString& /*bundleIdentifier*/) { return false; }
+    /// Brings the program to the front on behalf of the user. False when it doesn't run, or has nothing to
+    /// show.
+    virtual bool activate(const QString& bundleIdentifier) = 0;
 };

@@ -21,7 +21,12 @@ public:
         const auto found = icons.find(bundleIdentifier);
         return found == icons.end() ? std::nullopt : std::optional(found->second);
     }
-
+    std::optional<QString> applicationForProcess(qint64 pid) const override
+    {
+        ++processLookups;
+        const auto found = processes.find(pid);
+        return found == processes.end() ? std::nullopt : std::optional(found->second);
+    }
     bool isRunning(const QString& bundleIdentifier) const override
     {
         return running.contains(bundleIdentifier);
@@ -34,19 +39,12 @@ public:
         return true;
     }
 
-    std::optional<QString> applicationForProcess(qint64 pid) const override
-    {
-        ++processLookups;
-        const auto found = processes.find(pid);
-        return found == processes.end() ? std::nullopt : std::optional(found->second);
-    }
-
     std::optional<QString> frontmost;
+    std::map<QString, QString> names;
+    std::map<QString, QImage> icons;
     std::map<qint64, QString> processes;
     mutable int processLookups = 0;
     QStringList running;
     /// In the order of the calls.
     QStringList activated;
-    std::map<QString, QString> names;
-    std::map<QString, QImage> icons;
 };

@@ -194,3 +194,40 @@ TEST(ApplicationMatch, ASnapsFileIsToldByClassOrByWhatStartedIt)
     facts.process.launchedBy = QStringLiteral("/var/lib/snapd/desktop/applications/suite_draw.desktop");
     EXPECT_EQ(match(facts, installed), "suite_draw");
 }
+
+namespace {
+std::string match(const ProcessFacts& process, const char* desktopEntry, const QList<DesktopEntry>& installed)
+{
+    return ApplicationMatch::bundleIdentifier(process, QString::fromLatin1(desktopEntry),
+                                              DesktopIndex(installed))
+        .value_or(QStringLiteral("none"))
+        .toStdString();
+}
+
+ProcessFacts process(const char* program)
+{
+    ProcessFacts facts;
+    facts.program = QString::fromLatin1(program);
+    facts.executable = facts.program;
+    return facts;
+}
+} // namespace
+
+TEST(ApplicationMatch, AProcessIsKnownByItsProgram)
+{
+    EXPECT_EQ(match(process("vlc"), "", {entry("org.videolan.VLC", "", "vlc")}), "org.videolan.VLC");
+    EXPECT_EQ(match(process("Totem"), "", {entry("org.gnome.Totem", "", "launcher")}), "org.gnome.Totem");
+    EXPECT_EQ(match(process("MPD"), "", {entry("vlc", "", "vlc")}), "mpd") << "that no file describes";
+    EXPECT_EQ(match(process(""), "", {entry("vlc", "", "vlc")}), "none");
+}
+
+TEST(ApplicationMatch, AProcessIsKnownByTheDesktopFileThatItNames)
+{
+    const auto installed = {entry("spotify-launcher", "", "start"), entry("org.mozilla.firefox", "", "ff")};
+    EXPECT_EQ(match(process("client"), "spotify-launcher", installed), "spotify-launcher");
+    EXPECT_EQ(match(process("geckomain"), "firefox", installed), "org.mozilla.firefox");
+    EXPECT_EQ(match(process("start"), "nonsense", installed), "spotify-launcher") << "where there is no such";
+    auto sandboxed = process("client");
+    sandboxed.sandbox = Sandbox{Sandbox::Kind::Flatpak, QStringLiteral("org.example.Player"), {}};
+    EXPECT_EQ(match(sandboxed, "spotify-launcher", installed), "org.example.Player");
+}

@@ -92,3 +92,28 @@ std::optional<QString> ApplicationMatch::bundleIdentifier(const WindowFacts& win
     }
     return std::nullopt;
 }
+
+std::optional<QString> ApplicationMatch::bundleIdentifier(const ProcessFacts& process,
+                                                          const QString& desktopEntry,
+                                                          const DesktopIndex& installed)
+{
+    WindowFacts facts;
+    facts.desktopFileHint = desktopEntry;
+    facts.process = process;
+    if (process.sandbox)
+        return sandboxed(*process.sandbox, facts, installed);
+    if (const auto* entry = native(facts, installed))
+        return entry->id;
+    // Some leave out what stands before the last dot, or write it in other letters.
+    for (const auto& name : {desktopEntry, process.executable, process.program}) {
+        if (const auto* entry = installed.withIdLike(name))
+            return entry->id;
+        if (const auto* entry = installed.withLastPart(name))
+            return entry->id;
+    }
+    for (const auto& name : {process.program, process.executable}) {
+        if (!name.isEmpty())
+            return name.toLower();
+    }
+    return std::nullopt;
+}

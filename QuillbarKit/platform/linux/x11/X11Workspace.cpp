@@ -66,6 +66,8 @@ X11Workspace::X11Workspace(X11Connection& connection, DesktopEntries application
     m_gtkApplicationId = m_connection.atom("_GTK_APPLICATION_ID");
     m_kdeDesktopFile = m_connection.atom("_KDE_NET_WM_DESKTOP_FILE");
     m_processId = m_connection.atom("_NET_WM_PID");
+    m_clientListStacking = m_connection.atom("_NET_CLIENT_LIST_STACKING");
+    m_clientList = m_connection.atom("_NET_CLIENT_LIST");
     const auto version =
         x11Reply(xcb_res_query_version_reply, m_connection.get(),
                  xcb_res_query_version(m_connection.get(), XCB_RES_MAJOR_VERSION, XCB_RES_MINOR_VERSION));
@@ -75,10 +77,12 @@ X11Workspace::X11Workspace(X11Connection& connection, DesktopEntries application
     xcb_change_window_attributes(m_connection.get(), m_connection.root(), XCB_CW_EVENT_MASK, &mask);
     m_connection.setEventHandler([this](const xcb_generic_event_t& event) {
         const auto type = event.response_type & 0x7f;
-        if (type == XCB_PROPERTY_NOTIFY)
-            m_hasChanged |=
-                reinterpret_cast<const xcb_property_notify_event_t&>(event).atom == m_activeWindow;
-        else if (type == XCB_DESTROY_NOTIFY)
+        if (type == XCB_PROPERTY_NOTIFY) {
+            const auto& change = reinterpret_cast<const xcb_property_notify_event_t&>(event);
+            m_hasChanged |= change.atom == m_activeWindow;
+            if (change.window == m_timeWindow)
+                activateWindow(change.time);
+        } else if (type == XCB_DESTROY_NOTIFY)
             m_hasChanged |=
                 reinterpret_cast<const xcb_destroy_notify_event_t&>(event).window == m_watchedWindow;
     });
@@ -185,11 +189,4 @@ std::optional<QImage> X11Workspace::applicationIcon(const QString& bundleIdentif
 {
     const auto* entry = m_applications.index().withId(bundleIdentifier);
     return entry ? ApplicationIcon::image(entry->icon, pixels) : std::nullopt;
-}
-
-std::optional<QString> X11Workspace::applicationForProcess(qint64 pid) const
-{
-    WindowFacts facts;
-    facts.process = ProcessReader::read(m_processes, pid);
-    return ApplicationMatch::bundleIdentifier(facts, m_applications.index());
 }

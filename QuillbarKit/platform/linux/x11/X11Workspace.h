@@ -8,6 +8,7 @@
 
 #include <xcb/xcb.h>
 
+class RunningPlayers;
 class X11Connection;
 
 /// Follows the window that the window manager calls active. A native Wayland window is not seen here, and
@@ -23,10 +24,15 @@ public:
     X11Workspace(X11Connection& connection, DesktopEntries applications,
                  QString processes = QStringLiteral("/proc"), QObject* parent = nullptr);
 
+    /// Where to ask for programs that play without a window; null for none. They outlive their use here.
+    void setPlayers(const RunningPlayers* players) { m_players = players; }
+
     std::optional<QString> frontmostApplication() const override;
     std::optional<QString> applicationName(const QString& bundleIdentifier) const override;
     std::optional<QImage> applicationIcon(const QString& bundleIdentifier, int pixels) const override;
     std::optional<QString> applicationForProcess(qint64 pid) const override;
+    bool isRunning(const QString& bundleIdentifier) const override;
+    bool activate(const QString& bundleIdentifier) override;
 
 private:
     struct Requests;
@@ -35,6 +41,11 @@ private:
     void watch(xcb_window_t window);
     std::optional<WindowFacts> factsOf(xcb_window_t window, bool& isOurs) const;
     qint64 processOf(const Requests& requests) const;
+    xcb_window_t windowOf(const QString& bundleIdentifier) const;
+    /// Of a player of that program, 0 where there is none.
+    qint64 playerOf(const QString& bundleIdentifier, bool mustRaise) const;
+    void askTime();
+    void activateWindow(xcb_timestamp_t time);
 
     X11Connection& m_connection;
     QString m_processes;
@@ -44,6 +55,13 @@ private:
     xcb_atom_t m_processId = XCB_ATOM_NONE;
     /// Whose end we are told of: the one that is active, or was when last looked at.
     xcb_window_t m_watchedWindow = XCB_WINDOW_NONE;
+    xcb_atom_t m_clientListStacking = XCB_ATOM_NONE;
+    xcb_atom_t m_clientList = XCB_ATOM_NONE;
+    /// A window manager may refuse who can't tell the time of the user's deed. What the server writes here,
+    /// it dates.
+    xcb_window_t m_timeWindow = XCB_WINDOW_NONE;
+    xcb_window_t m_windowToActivate = XCB_WINDOW_NONE;
+    const RunningPlayers* m_players = nullptr;
     bool m_tellsProcesses = false;
     bool m_hasChanged = false;
     std::optional<WindowFacts> m_front;
