@@ -7,7 +7,9 @@
 #include "fakes/ManualMainQueue.h"
 #include "fakes/ManualSerialQueue.h"
 #include "fakes/TestModule.h"
+#include "media/CoverImage.h"
 #include "media/MediaModule.h"
+#include "media/WaveformBars.h"
 #include "platform/linux/images/QtImageCodec.h"
 #include "settings/QuillbarSettings.h"
 #include "shell/ModuleRegistry.h"
@@ -175,6 +177,27 @@ protected:
         auto* item = scrubber();
         return item->mapToScene(QPointF(item->width() * fraction, 11)).toPoint();
     }
+
+    QColor at(const QPoint& point) { return window.grabWindow().pixelColor(point); }
+
+    /// The cover in the drawer, once it stands still.
+    CoverImage* cover()
+    {
+        for (auto* item : coverView()->childItems()) {
+            auto* image = qobject_cast<CoverImage*>(item);
+            if (image && image->isVisible() && image->objectName() != u"hover")
+                return image;
+        }
+        return nullptr;
+    }
+
+    QList<double> bars()
+    {
+        const auto found = ofType("WaveformBars");
+        return found.size() == 1 ? qobject_cast<WaveformBars*>(found.first())->heights() : QList<double>();
+    }
+
+    QQuickItem* glow() { return window.contentItem()->findChild<QQuickItem*>(u"glow"_qs); }
 
     QStringList controlNames()
     {
