@@ -100,7 +100,7 @@ TEST_F(MediaCoverViewsTest, AClickOnTheCoverBringsAProgramThatRunsToTheFront)
     QTest::mouseMove(&window, QPoint(300, 60));
     workspace.running = {u"player"_qs};
     hover(u"Open Tuner"_qs);
-    EXPECT_TRUE(overlay());
+    EXPECT_TRUE(QTest::qWaitFor(overlay));
     tap(u"Open Tuner"_qs);
     EXPECT_THAT(workspace.activated, ElementsAre(u"player"_qs));
 }

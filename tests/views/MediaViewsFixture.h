@@ -197,7 +197,7 @@ protected:
         return found.size() == 1 ? qobject_cast<WaveformBars*>(found.first())->heights() : QList<double>();
     }
 
-    QQuickItem* glow() { return window.contentItem()->findChild<QQuickItem*>(u"glow"_qs); }
+    QQuickItem* glow() { return view->findChild<QQuickItem*>(u"glow"_qs); }
 
     QStringList controlNames()
     {

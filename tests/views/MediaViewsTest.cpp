@@ -17,13 +17,11 @@ TEST_F(MediaViewsTest, WithoutASnapshotTheyTellThatNothingPlays)
     EXPECT_THAT(symbols(), Contains(u"music.note"_qs));
     EXPECT_THAT(controlNames(), ElementsAre());
     play(track());
-    settle();
     EXPECT_TRUE(module().isActive());
-    EXPECT_THAT(texts(), Not(Contains(u"Nothing playing"_qs)));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !texts().contains(u"Nothing playing"_qs); }));
     EXPECT_THAT(texts(), Contains(u"Morning Tide"_qs));
     play(std::nullopt);
-    settle();
-    EXPECT_THAT(texts(), ElementsAre(u"Nothing playing"_qs));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return texts() == QStringList{u"Nothing playing"_qs}; }));
 }
 
 TEST_F(MediaViewsTest, ATrackShowsItsTitleArtistTimesAndControls)
@@ -239,6 +237,17 @@ TEST_F(MediaViewsTest, ASnapshotLikeTheOneBeforeChangesNothingInSight)
     launchOpen(paused);
     int frames = 0;
     QObject::connect(&window, &QQuickWindow::afterRendering, &window, [&] { ++frames; });
+    const auto waitUntilStill = [&] {
+        int seen = frames;
+        int quiet = 0;
+        return QTest::qWaitFor([&] {
+            quiet = frames == seen ? quiet + 1 : 0;
+            seen = frames;
+            return quiet > 20;
+        });
+    };
+    ASSERT_TRUE(waitUntilStill());
+    frames = 0;
     for (int i = 0; i < 5; ++i) {
         clock.advance(1);
         paused.timestamp = clock.now();
@@ -246,6 +255,6 @@ TEST_F(MediaViewsTest, ASnapshotLikeTheOneBeforeChangesNothingInSight)
         EXPECT_EQ(covers.pendingCount(), 0U);
         QCoreApplication::processEvents();
     }
-    settle();
+    ASSERT_TRUE(waitUntilStill());
     EXPECT_EQ(frames, 0);
 }
