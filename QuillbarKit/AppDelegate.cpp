@@ -134,6 +134,7 @@ QVariantMap AppDelegate::rootViewInputs()
         {QStringLiteral("panelState"), QVariant::fromValue(&m_panelState)},
         {QStringLiteral("registry"), QVariant::fromValue(&m_registry)},
         {QStringLiteral("settings"), QVariant::fromValue(&m_settings)},
+        {QStringLiteral("nowPlaying"), QVariant::fromValue(&m_nowPlayingModel)},
         {QStringLiteral("blended"), m_platform.windowServer.isCompositing()},
         {QStringLiteral("notchInsetTop"), m_notchSize.height()},
         {QStringLiteral("notchWidth"), m_notchSize.width()},

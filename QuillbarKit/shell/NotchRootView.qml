@@ -10,6 +10,7 @@ Item {
     required property PanelState panelState
     required property ModuleRegistry registry
     required property QuillbarSettings settings
+    required property NowPlayingModel nowPlaying
     // Whether transparent parts of the window show what lies beneath.
     required property bool blended
     required property real notchInsetTop
@@ -89,6 +90,45 @@ Item {
             topRadius: drawer.topRadius
             bottomRadius: drawer.bottomRadius
             color: "#40000000"
+        }
+
+        PaletteGlow {
+            id: glow
+
+            readonly property var palette: root.nowPlaying.palette
+            property real presence: root.isOpen && root.shownID === "media" && palette !== undefined ? 1 : 0
+            // The last one stays while it fades out.
+            property color accent: "transparent"
+
+            objectName: "glow"
+            anchors.fill: parent
+            topRadius: drawer.topRadius
+            bottomRadius: drawer.bottomRadius
+            color: accent
+            opacity: presence
+            visible: presence > 0
+            onPaletteChanged: {
+                if (palette !== undefined)
+                    accent = palette.accent;
+            }
+
+            Behavior on presence {
+                NumberAnimation {
+                    duration: 220
+                    easing.type: Easing.BezierSpline
+                    easing.bezierCurve: [0.42, 0, 0.58, 1, 1, 1]
+                }
+            }
+
+            Behavior on accent {
+                enabled: glow.visible
+
+                ColorAnimation {
+                    duration: 450
+                    easing.type: Easing.BezierSpline
+                    easing.bezierCurve: [0.42, 0, 0.58, 1, 1, 1]
+                }
+            }
         }
 
         Item {

@@ -3,12 +3,16 @@
 #include "AppDelegate.h"
 
 #include "clipboard/module/ClipboardModule.h"
+#include "media/MediaModule.h"
 #include "timer/TimerModule.h"
 
 std::vector<std::unique_ptr<NotchModule>>
 AppDelegate::makeModules(std::vector<std::unique_ptr<NotchModule>> furtherModules)
 {
     std::vector<std::unique_ptr<NotchModule>> modules;
+    modules.push_back(std::make_unique<MediaModule>(m_nowPlayingModel, m_settings, m_platform.workspace,
+                                                    m_platform.imageCodec, m_platform.clock,
+                                                    m_platform.mainQueue, *m_paletteQueue));
     modules.push_back(std::make_unique<TimerModule>(m_timerService, m_settings));
     modules.push_back(std::make_unique<ClipboardModule>(m_clipboardWatcher, m_settings, m_clipThumbnails,
                                                         m_platform.mainQueue));

@@ -50,10 +50,9 @@ protected:
         Q_EMIT platform.screens.changed();
     }
 
-    static std::vector<std::unique_ptr<NotchModule>> twoModules()
+    static std::vector<std::unique_ptr<NotchModule>> tallModule()
     {
         std::vector<std::unique_ptr<NotchModule>> modules;
-        modules.push_back(std::make_unique<TestModule>(u"media"_qs));
         auto tall = std::make_unique<TestModule>(u"mirror"_qs);
         tall->height = 420.0;
         modules.push_back(std::move(tall));
@@ -85,7 +84,7 @@ protected:
     bool isOpen() { return delegate.panelState().isOpen(); }
 
     FakePlatform platform;
-    AppDelegate delegate{platform.ports(), twoModules()};
+    AppDelegate delegate{platform.ports(), tallModule()};
     const FakeWindowServer& window = platform.windowServer;
 
 private:

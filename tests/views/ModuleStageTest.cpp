@@ -9,8 +9,10 @@ class ModuleStageTest : public PanelTest
 {
 protected:
     ModuleStageTest()
-        : PanelTest(modules<ProbeModule>({u"media"_qs, u"vitals"_qs, u"calendar"_qs, u"mirror"_qs}))
-    {}
+        : PanelTest(modules<ProbeModule>({u"reminders"_qs, u"vitals"_qs, u"calendar"_qs, u"mirror"_qs}))
+    {
+        delegate.panelState().setActiveModuleID(u"reminders"_qs);
+    }
 
     QQuickItem* view(const QString& id, const QString& place = QStringLiteral("expanded"))
     {
@@ -47,20 +49,20 @@ protected:
 TEST_F(ModuleStageTest, WhileClosedTheViewOfTheSelectedModuleIsBuiltAndNoOther)
 {
     launch();
-    ASSERT_TRUE(QTest::qWaitFor([&] { return view(u"media"_qs) != nullptr; }));
-    EXPECT_FALSE(view(u"media"_qs)->isVisible());
+    ASSERT_TRUE(QTest::qWaitFor([&] { return view(u"reminders"_qs) != nullptr; }));
+    EXPECT_FALSE(view(u"reminders"_qs)->isVisible());
     for (const auto& id : {u"vitals"_qs, u"calendar"_qs, u"mirror"_qs})
         EXPECT_EQ(view(id), nullptr) << qUtf8Printable(id);
 }
 
 TEST_F(ModuleStageTest, AViewIsBuiltWhenItsModuleIsFirstShown)
 {
-    launchOpen(u"media"_qs);
+    launchOpen(u"reminders"_qs);
     EXPECT_EQ(view(u"mirror"_qs), nullptr);
     select(u"mirror"_qs);
     ASSERT_NE(view(u"mirror"_qs), nullptr);
     EXPECT_TRUE(view(u"mirror"_qs)->isVisible());
-    EXPECT_FALSE(view(u"media"_qs)->isVisible());
+    EXPECT_FALSE(view(u"reminders"_qs)->isVisible());
 }
 
 TEST_F(ModuleStageTest, AModuleThatIsDisabledAtTheStartIsNotBuilt)
@@ -68,7 +70,7 @@ TEST_F(ModuleStageTest, AModuleThatIsDisabledAtTheStartIsNotBuilt)
     delegate.settings().setEnabledModuleIDs({u"vitals"_qs, u"calendar"_qs, u"mirror"_qs});
     launch();
     ASSERT_TRUE(QTest::qWaitFor([&] { return view(u"vitals"_qs) != nullptr; }));
-    EXPECT_EQ(view(u"media"_qs), nullptr);
+    EXPECT_EQ(view(u"reminders"_qs), nullptr);
 }
 
 TEST_F(ModuleStageTest, AViewItsStateAndItsFocusOutliveAReordering)
@@ -94,11 +96,11 @@ TEST_F(ModuleStageTest, AViewOutlivesTheDisablingOfItsModule)
     const QPointer<QQuickItem> before = view(u"vitals"_qs);
     ASSERT_NE(before, nullptr);
     before->setProperty("typed", u"half a sentence"_qs);
-    enable({u"media"_qs, u"calendar"_qs, u"mirror"_qs});
+    enable({u"reminders"_qs, u"calendar"_qs, u"mirror"_qs});
     settle();
     ASSERT_NE(before, nullptr);
     EXPECT_FALSE(before->isVisible());
-    EXPECT_TRUE(view(u"media"_qs)->isVisible());
+    EXPECT_TRUE(view(u"reminders"_qs)->isVisible());
     enable(all);
     select(u"vitals"_qs);
     EXPECT_EQ(view(u"vitals"_qs), before);
@@ -109,7 +111,7 @@ TEST_F(ModuleStageTest, AViewOutlivesTheDisablingOfItsModule)
 TEST_F(ModuleStageTest, TheViewOfADisabledModuleFadesOutLikeAnyOther)
 {
     launchOpen(u"vitals"_qs);
-    enable({u"media"_qs, u"calendar"_qs, u"mirror"_qs});
+    enable({u"reminders"_qs, u"calendar"_qs, u"mirror"_qs});
     auto* host = view(u"vitals"_qs)->parentItem();
     EXPECT_EQ(host->opacity(), 1.0);
     bool wasHalfWay = false;
@@ -150,8 +152,8 @@ TEST_F(ModuleStageTest, PeekViewsAreBuiltWithTheFirstPeekAndKept)
     const QPointer<QQuickItem> trailing = view(u"vitals"_qs, u"trailing"_qs);
     ASSERT_NE(leading, nullptr);
     ASSERT_NE(trailing, nullptr);
-    EXPECT_EQ(view(u"media"_qs, u"leading"_qs), nullptr);
-    enable({u"media"_qs, u"calendar"_qs, u"mirror"_qs});
+    EXPECT_EQ(view(u"reminders"_qs, u"leading"_qs), nullptr);
+    enable({u"reminders"_qs, u"calendar"_qs, u"mirror"_qs});
     settle();
     ASSERT_NE(leading, nullptr);
     EXPECT_FALSE(leading->isVisible());

@@ -13,7 +13,7 @@ class NotchRootViewTest : public PanelTest
 {
 protected:
     NotchRootViewTest()
-        : PanelTest(modules<TestModule>({u"media"_qs, u"vitals"_qs, u"calendar"_qs, u"mirror"_qs}))
+        : PanelTest(modules<TestModule>({u"vitals"_qs, u"calendar"_qs, u"mirror"_qs}))
     {}
 
     QQuickItem* drawer()
@@ -68,7 +68,7 @@ TEST_F(NotchRootViewTest, WhatIsNotDrawnIsTransparent)
 TEST_F(NotchRootViewTest, TheIconBarShowsTheVisibleModulesInOrder)
 {
     launchOpen();
-    EXPECT_THAT(controlNames().mid(0, 6), ElementsAre(u"media"_qs, u"vitals"_qs, u"calendar"_qs, u"Timer"_qs,
+    EXPECT_THAT(controlNames().mid(0, 6), ElementsAre(u"Media"_qs, u"vitals"_qs, u"calendar"_qs, u"Timer"_qs,
                                                       u"Clipboard"_qs, u"mirror"_qs));
     delegate.settings().moveModule(4, 0);
     platform.mainQueue.runUntilIdle();
@@ -134,7 +134,7 @@ TEST_F(NotchRootViewTest, ASelectionThatIsNotOfferedOutlivesAReordering)
 TEST_F(NotchRootViewTest, TheIconOfTheSelectedModuleIsMarkedAndNoOther)
 {
     launchOpen(u"vitals"_qs);
-    for (const auto& id : {u"media"_qs, u"vitals"_qs, u"calendar"_qs, u"mirror"_qs})
+    for (const auto& id : {u"Media"_qs, u"vitals"_qs, u"calendar"_qs, u"mirror"_qs})
         EXPECT_EQ(control(id)->property("isSelected").toBool(), id == u"vitals") << qUtf8Printable(id);
 }
 
@@ -170,7 +170,7 @@ TEST_F(NotchRootViewTest, AnIDThatNoModuleHasMarksTheOneShownInsteadAndIsNotChan
 {
     launchOpen(u"nothing"_qs);
     EXPECT_EQ(activeID(), u"nothing"_qs);
-    EXPECT_TRUE(control(u"media"_qs)->property("isSelected").toBool());
+    EXPECT_TRUE(control(u"Media"_qs)->property("isSelected").toBool());
 }
 
 TEST_F(NotchRootViewTest, WithAPeekingModuleAndThePanelOpenOnlyTheDrawerShows)

@@ -13,7 +13,7 @@ namespace {
 class PanelLooksTest : public PanelTest
 {
 protected:
-    PanelLooksTest() : PanelTest(modules<TestModule>({u"media"_qs, u"vitals"_qs})) {}
+    PanelLooksTest() : PanelTest(modules<TestModule>({u"vitals"_qs})) {}
 
     static QRectF place(QQuickItem* item) { return item->mapRectToScene(QRectF({}, item->size())); }
 
@@ -73,21 +73,21 @@ protected:
 TEST_F(PanelLooksTest, IconsAre30By28SpacedBySixWith18AboveThem)
 {
     launchOpen();
-    const auto media = place(icon(u"media"_qs));
+    const auto media = place(icon(u"Media"_qs));
     EXPECT_EQ(media.size(), QSizeF(30, 28));
     EXPECT_EQ(media.y(), 24 + 18);
     EXPECT_EQ(place(icon(u"vitals"_qs)).x(), media.right() + 6);
-    EXPECT_EQ(symbolIn(icon(u"media"_qs))->property("pointSize"), 13.0);
-    EXPECT_TRUE(symbolIn(icon(u"media"_qs))->property("semibold").toBool());
+    EXPECT_EQ(symbolIn(icon(u"Media"_qs))->property("pointSize"), 13.0);
+    EXPECT_TRUE(symbolIn(icon(u"Media"_qs))->property("semibold").toBool());
 }
 
 TEST_F(PanelLooksTest, AnIconIsFaintBrighterUnderThePointerAndInTheAccentWhenSelected)
 {
     launchOpen(u"vitals"_qs);
-    EXPECT_EQ(colour(symbolIn(icon(u"media"_qs))), white(0.45F));
+    EXPECT_EQ(colour(symbolIn(icon(u"Media"_qs))), white(0.45F));
     EXPECT_EQ(colour(symbolIn(icon(u"vitals"_qs))), accent);
-    hover(u"media"_qs);
-    auto* media = icon(u"media"_qs);
+    hover(u"Media"_qs);
+    auto* media = icon(u"Media"_qs);
     EXPECT_TRUE(QTest::qWaitFor([&] { return media->scale() == 1.08; }));
     EXPECT_EQ(colour(symbolIn(media)), white(0.7F));
 }
@@ -97,14 +97,14 @@ TEST_F(PanelLooksTest, TheHighlightStandsBehindTheSelectedIconAndGlides)
     launchOpen(u"media"_qs);
     auto* highlight = named(u"highlight"_qs);
     ASSERT_NE(highlight, nullptr);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return place(highlight) == place(icon(u"media"_qs)); }));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return place(highlight) == place(icon(u"Media"_qs)); }));
     const auto* ground = highlight->childItems().constFirst();
     EXPECT_EQ(ground->property("radius"), 8.0);
     EXPECT_NEAR(colour(ground).alphaF(), 0.2, 0.003);
     EXPECT_NEAR(colour(ground, "borderColor").alphaF(), 0.45, 0.003);
     EXPECT_EQ(colour(ground).rgb(), accent.rgb());
     delegate.panelState().setActiveModuleID(u"vitals"_qs);
-    const double from = icon(u"media"_qs)->x();
+    const double from = icon(u"Media"_qs)->x();
     const double to = icon(u"vitals"_qs)->x();
     bool wasBetween = false;
     EXPECT_TRUE(QTest::qWaitFor([&] {
@@ -211,7 +211,7 @@ TEST_F(PanelLooksTest, ASelectedModeAndModuleAreCheckedForAScreenReader)
         return bool(QAccessible::queryAccessibleInterface(item)->state().checked);
     };
     EXPECT_TRUE(isChecked(icon(u"Timer"_qs)));
-    EXPECT_FALSE(isChecked(icon(u"media"_qs)));
+    EXPECT_FALSE(isChecked(icon(u"Media"_qs)));
     EXPECT_TRUE(isChecked(text(u"Timer"_qs)->parentItem()));
     EXPECT_FALSE(isChecked(text(u"Stopwatch"_qs)->parentItem()));
     tap(u"Stopwatch"_qs);

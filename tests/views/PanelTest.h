@@ -2,6 +2,7 @@
 
 #include "AppDelegate.h"
 #include "ItemsInSight.h"
+#include "Rest.h"
 #include "fakes/FakePlatform.h"
 #include "fakes/TestModule.h"
 #include "shell/NotchPanel.h"
@@ -10,7 +11,6 @@
 #include <QQuickItemGrabResult>
 #include <QTest>
 
-#include <algorithm>
 #include <functional>
 
 #include <gmock/gmock.h>
@@ -62,19 +62,7 @@ protected:
     }
 
     /// Waits until springs and fades have come to rest.
-    void settle()
-    {
-        const auto moves = [](const QObject* object) {
-            return object->property("running").toBool() && !object->inherits("QQuickFrameAnimation");
-        };
-        // What one animation ends may start another.
-        int still = 0;
-        ASSERT_TRUE(QTest::qWaitFor([&] {
-            const auto all = window().findChildren<QObject*>();
-            still = std::ranges::any_of(all, moves) || isFading() ? 0 : still + 1;
-            return still > 3;
-        }));
-    }
+    void settle() { Rest::wait(window()); }
 
     /// What the panel draws, with its transparency.
     QImage picture()
@@ -138,18 +126,6 @@ protected:
     AppDelegate delegate;
 
 private:
-    /// The animations of a behaviour are not in the tree; their values are.
-    bool isFading()
-    {
-        return !visibleItems([](QQuickItem* item) {
-                    const auto moving = [](const QVariant& value) {
-                        return value.isValid() && value.toDouble() > 0 && value.toDouble() < 1;
-                    };
-                    return moving(item->opacity()) || moving(item->property("presence")) ||
-                           moving(item->property("hovering"));
-                }).isEmpty();
-    }
-
     static bool isText(QQuickItem* item)
     {
         // Digits of one width are characters of their own inside; what counts is the whole.

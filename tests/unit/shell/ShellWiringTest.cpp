@@ -1,18 +1,10 @@
 #include "AppDelegate.h"
 
 #include "fakes/FakePlatform.h"
-#include "fakes/TestModule.h"
 
 #include <gtest/gtest.h>
 
 namespace {
-std::vector<std::unique_ptr<NotchModule>> furtherModules()
-{
-    std::vector<std::unique_ptr<NotchModule>> modules;
-    modules.push_back(std::make_unique<TestModule>(QStringLiteral("media")));
-    return modules;
-}
-
 class ShellWiringTest : public testing::Test
 {
 protected:
@@ -25,8 +17,7 @@ protected:
     }
 
     FakePlatform platform;
-    AppDelegate delegate{platform.ports(), furtherModules()};
-    TestModule& media = dynamic_cast<TestModule&>(*delegate.registry().module(QStringLiteral("media")));
+    AppDelegate delegate{platform.ports()};
 };
 } // namespace
 
@@ -34,13 +25,12 @@ TEST_F(ShellWiringTest, AnotherSizeOfTheCoverSizesTheDrawerAnew)
 {
     launch();
     EXPECT_EQ(delegate.panelState().contentHeight(), 216.0);
-    media.height = 300.0;
     delegate.settings().setMediaArtSize(Settings::MediaArtSize::XLarge);
     platform.mainQueue.runUntilIdle();
     EXPECT_EQ(delegate.panelState().contentHeight(), 300.0);
     EXPECT_EQ(delegate.tracker().triggerHeightShown, 24 + 300 + 14.0);
-    // The same size once more is no change.
-    media.height = 270.0;
+    // The same size once more is no change, whatever else is.
+    delegate.settings().setMediaArtPosition(Settings::MediaArtPosition::Corner);
     delegate.settings().setMediaArtSize(Settings::MediaArtSize::XLarge);
     platform.mainQueue.runUntilIdle();
     EXPECT_EQ(delegate.panelState().contentHeight(), 300.0);

@@ -1,0 +1,40 @@
+import QtQuick
+import Quillbar
+
+// Bars that swing while something plays and sink to a flat line when it pauses.
+WaveformBars {
+    id: bars
+
+    required property bool isPlaying
+    // How many drawn steps a swing one way takes. Beside the closed notch they show all day: as few as the eye
+    // takes for a movement.
+    property int steps: 12
+    readonly property int swingMilliseconds: 450
+
+    liveliness: isPlaying ? 1 : 0
+
+    Behavior on liveliness {
+        enabled: bars.visible
+
+        NumberAnimation {
+            duration: 350
+            easing.type: Easing.BezierSpline
+            easing.bezierCurve: [0.42, 0, 0.58, 1, 1, 1]
+        }
+    }
+
+    Timer {
+        property int step: 0
+
+        interval: bars.swingMilliseconds / bars.steps
+        repeat: true
+        running: bars.visible && bars.isPlaying
+        onRunningChanged: step = 0
+        onTriggered: {
+            step = (step + 1) % (2 * bars.steps);
+            // There, and back again.
+            const way = step <= bars.steps ? step / bars.steps : 2 - step / bars.steps;
+            bars.phase = Ease.inOut(way);
+        }
+    }
+}
