@@ -63,7 +63,7 @@ QDBusMessage PlayerBus::call(const QDBusMessage& message)
         return QDBusMessage::createError(QDBusError::Disconnected,
                                          QStringLiteral("There is no session bus."));
     if (m_clock.monotonicSeconds() < m_silentUntil.value(service))
-        return QDBusMessage::createError(QDBusError::NoReply, service + QStringLiteral(" doesn’t answer."));
+        return QDBusMessage::createError(QDBusError::Failed, service + QStringLiteral(" doesn’t answer."));
     QDBusMessage call = message;
     call.setAutoStartService(false);
     return m_connection.call(call, QDBus::Block, answerMilliseconds);
