@@ -12,7 +12,8 @@ import pytest
 from PIL import Image
 
 from harness.players import NEXT, PLAY_PAUSE, PREVIOUS, NowPlaying
-from harness.session import Session, test_user
+from harness.session import Session
+from harness.session import test_user as ordinary_user
 from harness.sound import SINK
 from harness.waiting import wait_until
 
@@ -43,7 +44,7 @@ def make_song(folder, number, cover):
 def stage():
     """A bus, a sound server, the framework and two songs, all of an ordinary user: some players refuse to
     run as root."""
-    session = Session(user=test_user())
+    session = Session(user=ordinary_user())
     helpers = []
     try:
         session.start_bus()
