@@ -11,6 +11,7 @@ import dbus
 import pytest
 from PIL import Image
 
+from harness.helper import Helper
 from harness.players import NEXT, PLAY_PAUSE, PREVIOUS, NowPlaying
 from harness.session import Session
 from harness.session import test_user as ordinary_user
@@ -174,6 +175,19 @@ class Cmus(Player):
         wait_until(plays, what="cmus plays", interval=0.5)
 
 
+def program_of(stage, process):
+    """The program that the workspace takes the process for; that needs no display."""
+    helper = Helper(stage, "workspace", {"QT_QPA_PLATFORM": "offscreen"})
+    stage.helpers.append(helper)
+
+    def told():
+        before = len(helper.lines)
+        helper.send(f"process {process}")
+        return wait_until(lambda: helper.lines[before:], what="an answer")[0].removeprefix("program ")
+
+    return told()
+
+
 PLAYERS = [Mpv, Vlc, Audacious, Cmus]
 
 
@@ -197,8 +211,7 @@ def test_a_player_is_shown_and_obeys(stage, kind):
         cover = hashlib.md5(stage.cover.read_bytes()).hexdigest()
         wait_until(lambda: ours.info.get("artwork", 0) > 0, what=f"the cover is there: {info}")
         assert ours.info["artworkHash"] == cover
-    process = ours.process
-    assert process > 0
+    assert program_of(stage, ours.process) == kind.name
     agrees(stage, player)
 
     assert ours.command(PLAY_PAUSE)
@@ -314,6 +327,7 @@ def test_a_page_in_a_browser_is_shown_and_obeys(stage):
     wait_until(lambda: abs(ours.info["Duration"] - SECONDS) < 1, what="its length is known")
     wait_until(lambda: ours.info.get("artwork"), what="the cover is there")
     assert ours.process == player.process.pid
+    assert program_of(stage, ours.process) == "firefox-esr"
 
     def agree():
         return -0.25 <= ours.info["position"] - player.position() <= 1.25
