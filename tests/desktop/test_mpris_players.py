@@ -2,6 +2,7 @@
 
 import hashlib
 import io
+import json
 import os
 import pty
 import subprocess
@@ -10,8 +11,10 @@ import dbus
 import pytest
 from PIL import Image
 
+from harness.helper import Helper
 from harness.players import NEXT, PLAY_PAUSE, PREVIOUS, NowPlaying
-from harness.session import Session, test_user
+from harness.session import Session
+from harness.session import test_user as ordinary_user
 from harness.sound import SINK
 from harness.waiting import wait_until
 
@@ -42,7 +45,7 @@ def make_song(folder, number, cover):
 def stage():
     """A bus, a sound server, the framework and two songs, all of an ordinary user: some players refuse to
     run as root."""
-    session = Session(user=test_user())
+    session = Session(user=ordinary_user())
     helpers = []
     try:
         session.start_bus()
@@ -172,6 +175,19 @@ class Cmus(Player):
         wait_until(plays, what="cmus plays", interval=0.5)
 
 
+def program_of(stage, process):
+    """The program that the workspace takes the process for; that needs no display."""
+    helper = Helper(stage, "workspace", {"QT_QPA_PLATFORM": "offscreen"})
+    stage.helpers.append(helper)
+
+    def told():
+        before = len(helper.lines)
+        helper.send(f"process {process}")
+        return wait_until(lambda: helper.lines[before:], what="an answer")[0].removeprefix("program ")
+
+    return told()
+
+
 PLAYERS = [Mpv, Vlc, Audacious, Cmus]
 
 
@@ -195,8 +211,7 @@ def test_a_player_is_shown_and_obeys(stage, kind):
         cover = hashlib.md5(stage.cover.read_bytes()).hexdigest()
         wait_until(lambda: ours.info.get("artwork", 0) > 0, what=f"the cover is there: {info}")
         assert ours.info["artworkHash"] == cover
-    process = ours.process
-    assert process > 0
+    assert program_of(stage, ours.process) == kind.name
     agrees(stage, player)
 
     assert ours.command(PLAY_PAUSE)
@@ -268,3 +283,64 @@ def test_the_bus_restarts(stage):
     player = Mpv(stage)
     ours.wait_for(timeout=20, Title="Song 1 ä", PlaybackRate=1)
     agrees(stage, player)
+
+
+class Firefox(Player):
+    """A page whose script says what it plays. It tells its position in whole seconds."""
+
+    name = "firefox"
+
+    PAGE = """<!DOCTYPE html><title>A page</title>
+<audio id="song" src="SONG" autoplay loop></audio>
+<script>
+navigator.mediaSession.metadata = new MediaMetadata({
+  title: "Song 1 ä", artist: "The Band", album: "An Album", artwork: [{src: "COVER", type: "image/png"}]});
+for (const [action, by] of [["nexttrack", 30], ["previoustrack", -30]])
+  navigator.mediaSession.setActionHandler(action, () => { song.currentTime += by; });
+navigator.mediaSession.setActionHandler("seekto", details => { song.currentTime = details.seekTime; });
+</script>"""
+    PREFERENCES = {
+        "media.autoplay.default": 0,
+        "media.autoplay.blocking_policy": 0,
+        "media.hardwaremediakeys.enabled": True,
+        "browser.shell.checkDefaultBrowser": False,
+        "datareporting.policy.dataSubmissionEnabled": False,
+        "app.normandy.enabled": False,
+    }
+
+    def start(self):
+        folder = self.stage.songs[0].parent
+        page = folder / "page.html"
+        text = self.PAGE.replace("SONG", self.stage.songs[0].as_uri())
+        page.write_text(text.replace("COVER", self.stage.cover.as_uri()), encoding="utf-8")
+        profile = self.stage._folder("profile")
+        lines = [f"user_pref({json.dumps(k)}, {json.dumps(v)});" for k, v in self.PREFERENCES.items()]
+        (profile / "user.js").write_text("\n".join(lines))
+        self.run("firefox-esr", "--headless", "--no-remote", "--profile", str(profile), page.as_uri())
+
+
+def test_a_page_in_a_browser_is_shown_and_obeys(stage):
+    player = Firefox(stage)
+    ours = stage.now_playing
+    wanted = {"Title": "Song 1 ä", "Artist": "The Band", "Album": "An Album", "PlaybackRate": 1}
+    ours.wait_for(timeout=30, **wanted)
+    wait_until(lambda: abs(ours.info["Duration"] - SECONDS) < 1, what="its length is known")
+    wait_until(lambda: ours.info.get("artwork"), what="the cover is there")
+    assert ours.process == player.process.pid
+    assert program_of(stage, ours.process) == "firefox-esr"
+
+    def agree():
+        return -0.25 <= ours.info["position"] - player.position() <= 1.25
+
+    wait_until(agree, what="our position is the player's", interval=0.1)
+    assert ours.command(PLAY_PAUSE)
+    ours.wait_for(PlaybackRate=0)
+    assert player.ask("PlaybackStatus") == "Paused"
+    assert ours.command(PLAY_PAUSE)
+    ours.wait_for(PlaybackRate=1)
+    assert ours.command(NEXT)
+    wait_until(lambda: player.position() >= 30 and agree(), what="it has skipped", interval=0.1)
+    assert ours.command(PREVIOUS)
+    wait_until(lambda: player.position() < 25 and agree(), what="it has skipped back", interval=0.1)
+    ours.seek(40)
+    wait_until(lambda: player.position() >= 40 and agree(), what="it has moved", interval=0.1)

@@ -123,6 +123,13 @@ TEST_F(MprisTimelineTest, WholeSecondsDontMakeItJump)
         last = position();
     }
     EXPECT_NEAR(position(), 0.7 * 31, 0.25) << "each tells a little more of where it is";
+
+    timeline.setRate(0, now());
+    const double resting = position();
+    read(std::floor(resting) * 1e6);
+    EXPECT_DOUBLE_EQ(position(), resting) << "at rest as well";
+    read(40e6);
+    EXPECT_DOUBLE_EQ(position(), 40);
 }
 
 TEST_F(MprisTimelineTest, MillisecondsShowWithinASecondOrTwo)

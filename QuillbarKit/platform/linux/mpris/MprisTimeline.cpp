@@ -63,10 +63,14 @@ void MprisTimeline::read(double position, const Moment& now, double asked)
     judgeUnits({position, now.monotonic});
     const double told = std::max(0.0, position / unit());
     if (told != std::floor(told))
-        m_countsWholeSeconds = false;
+        m_tellsFractions = true;
+    else if (m_rate > 0 && told > 0)
+        ++m_wholeSeconds;
     const double expected = unbounded(now.monotonic);
-    // A whole second is told from its beginning to its end.
-    const double room = m_countsWholeSeconds && m_rate > 0 ? 1 : 0;
+    // A whole second is told from its beginning to its end. At rest it may be where the player really is.
+    constexpr int proof = 2;
+    const bool isRounded = !m_tellsFractions && (m_rate > 0 || m_wholeSeconds >= proof);
+    const double room = isRounded ? 1 : 0;
     const double place = std::clamp(expected, told, told + room);
     if (std::abs(place - expected) > tolerance)
         setPlace(place, now);

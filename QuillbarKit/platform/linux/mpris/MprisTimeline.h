@@ -74,8 +74,9 @@ private:
 
     Unit m_unit = Unit::Unknown;
     bool m_lengthsAreInMilliseconds = false;
-    /// Whether it tells whole seconds only, as far as is known.
-    bool m_countsWholeSeconds = true;
+    /// Whether it has ever told anything but whole seconds, and how often it has told those while it played.
+    bool m_tellsFractions = false;
+    int m_wholeSeconds = 0;
     double m_length = 0;
     double m_rate = 0;
     double m_position = 0;
