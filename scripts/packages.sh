@@ -23,6 +23,7 @@ packages_for() {
         xdotool x11-utils x11-xserver-utils x11-xkb-utils xkb-data xclip xterm lxterminal mousepad featherpad pcmanfm firefox-esr xfce4-clipman \
         dbus dbus-daemon at-spi2-core adduser util-linux procps python3 python3-pytest python3-xlib python3-gi \
         gir1.2-atspi-2.0 gir1.2-gtk-3.0 gir1.2-gtk-4.0 python3-pil python3-numpy python3-dbus pulseaudio pulseaudio-utils \
+        mpv mpv-mpris audacious audacious-plugins vlc-bin vlc-plugin-base cmus sox flac \
         libfaketime openssl clang libclang-rt-14-dev ;;
     # The checks of .ci/run.
     lint) echo git clang-format clang-tidy clang-tools shellcheck black python3-pyflakes \

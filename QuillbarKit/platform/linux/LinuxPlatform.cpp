@@ -113,6 +113,7 @@ bool LinuxPlatform::prepareApplication()
 LinuxPlatform::LinuxPlatform() : m_parts(std::make_unique<Parts>())
 {
     restoreEnvironment();
+    m_parts->workspace.setPlayers(m_parts->nowPlayingFramework.players());
 }
 
 LinuxPlatform::~LinuxPlatform() = default;

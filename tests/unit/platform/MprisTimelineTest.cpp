@@ -93,7 +93,7 @@ TEST_F(MprisTimelineTest, AnOldPositionToldRightAfterATrackBeganIsNotBelieved)
     timeline.startTrack(now());
     clock.advance(0.1);
     read(123.6e6);
-    EXPECT_DOUBLE_EQ(position(), 0.1);
+    EXPECT_NEAR(position(), 0.1, 1e-6);
     read(30.4e6);
     EXPECT_DOUBLE_EQ(position(), 30.4) << "but a track may begin anywhere else";
 }
@@ -130,7 +130,7 @@ TEST_F(MprisTimelineTest, MillisecondsShowWithinASecondOrTwo)
     timeline.setLength(5'400'000); // an hour and a half, or five seconds
     timeline.setRate(1, now());
     read(30'250);
-    EXPECT_NEAR(position(), 0.03, 0.001);
+    EXPECT_LT(position(), 0.1) << "at first";
     playOn(30.25, 2, 1e3);
     EXPECT_NEAR(position(), 32.25, 0.01);
     EXPECT_DOUBLE_EQ(timeline.length(), 5400);
@@ -203,7 +203,7 @@ TEST_F(MprisTimelineTest, AnOldPositionMakesNoShortTrackLong)
     clock.advance(1);
     read(1.2e6);
     EXPECT_DOUBLE_EQ(timeline.length(), 5);
-    EXPECT_DOUBLE_EQ(position(), 1.2);
+    EXPECT_NEAR(position(), 1.2, 1e-6);
 }
 
 TEST_F(MprisTimelineTest, APlayerThatSaysZeroForEverDoesntKnow)

@@ -133,6 +133,7 @@ bool MprisNowPlayingFramework::send(int command)
                         (command == NextTrack && player->next()) ||
                         (command == PreviousTrack && player->previous());
     if (isSent && !m_effect) {
+        m_beforeCommand = player->properties();
         m_effect = WorkItem::make([this] { answerWaiting(); });
         m_mainQueue.asyncAfter(effectSeconds, m_effect);
     }
@@ -154,7 +155,8 @@ void MprisNowPlayingFramework::handleChange()
     const auto* player = m_registry->current();
     m_artwork.follow(player ? player->properties().track : std::nullopt, player ? player->owner() : QString(),
                      player ? player->pid() : 0);
-    answerWaiting();
+    if (!player || player->properties() != m_beforeCommand)
+        answerWaiting();
     post(infoDidChange);
     const bool isPlaying = player && player->properties().isPlaying();
     if (std::exchange(m_isPlaying, isPlaying) != isPlaying)

@@ -2,6 +2,7 @@
 
 #include "platform/NowPlayingFramework.h"
 #include "platform/linux/mpris/MprisArtwork.h"
+#include "platform/linux/mpris/MprisProperties.h"
 #include "support/ThreadSerialQueue.h"
 
 #include <QObject>
@@ -55,5 +56,6 @@ private:
     bool m_isPlaying = false;
     /// Set while the effect of a command is awaited.
     std::shared_ptr<WorkItem> m_effect;
+    MprisProperties m_beforeCommand;
     std::vector<InfoCallback> m_waiting;
 };

@@ -169,10 +169,16 @@ void MprisPlayer::handlePropertiesChanged(const QString&, const QVariantMap& val
     for (auto value = values.begin(); value != values.end(); ++value)
         m_values.insert(value.key(), value.value());
     m_mustReadAll |= !withoutValues.isEmpty();
-    if (m_isKnown && m_answers)
-        applySoon();
-    else if (m_pendingReads == 0 && m_clock.monotonicSeconds() > m_readAllAt + shortestRetry)
+    const auto status = QStringLiteral("PlaybackStatus");
+    if (m_isKnown && m_answers) {
+        // Not gathered: a pause, however short, makes the next start one.
+        if (values.contains(status) && MprisProperties::parse(values).status != m_properties.status)
+            apply();
+        else
+            applySoon();
+    } else if (m_pendingReads == 0 && m_clock.monotonicSeconds() > m_readAllAt + shortestRetry) {
         readAll(); // it has come to life
+    }
 }
 
 void MprisPlayer::applySoon()
@@ -210,7 +216,8 @@ void MprisPlayer::followTrack(const MprisProperties& former)
     m_timeline.setRate(m_properties.playbackRate(), moment);
     // Few players tell their position with these changes, and some tell the old one when asked too soon.
     if (m_properties.track != former.track || m_properties.status != former.status) {
-        readPosition();
+        if (moment.monotonic >= m_positionAskedAt + gatheringSeconds)
+            readPosition();
         after(laterReadingSeconds, m_laterReading, &MprisPlayer::readPosition);
     }
 }
