@@ -144,7 +144,7 @@ TEST_F(MediaCoverViewsTest, ThePaletteGlowsOnlyBehindTheOpenMediaModule)
     EXPECT_TRUE(glow()->isVisible());
     EXPECT_GT(at({300, 2}).red(), 60);
     EXPECT_GT(at({300, 2}).red(), at({300, 30}).red());
-    EXPECT_EQ(at({590, 200}), QColor(Qt::black));
+    EXPECT_EQ(at({590, 225}), QColor(Qt::black));
     panelState.setActiveModuleID(u"other"_qs);
     settle();
     EXPECT_FALSE(glow()->isVisible());

@@ -100,7 +100,7 @@ TEST_F(ModuleStageTest, AViewOutlivesTheDisablingOfItsModule)
     settle();
     ASSERT_NE(before, nullptr);
     EXPECT_FALSE(before->isVisible());
-    EXPECT_TRUE(view(u"reminders"_qs)->isVisible());
+    EXPECT_TRUE(view(u"calendar"_qs)->isVisible());
     enable(all);
     select(u"vitals"_qs);
     EXPECT_EQ(view(u"vitals"_qs), before);

@@ -12,9 +12,7 @@ namespace {
 class NotchRootViewTest : public PanelTest
 {
 protected:
-    NotchRootViewTest()
-        : PanelTest(modules<TestModule>({u"vitals"_qs, u"calendar"_qs, u"mirror"_qs}))
-    {}
+    NotchRootViewTest() : PanelTest(modules<TestModule>({u"vitals"_qs, u"calendar"_qs, u"mirror"_qs})) {}
 
     QQuickItem* drawer()
     {
