@@ -1,6 +1,7 @@
 """Makes the pictures in docs/pictures; scripts/make-pictures calls it."""
 
 import clipboard_pictures
+import media_pictures
 from picture_studio import ACCENT, PEEK_VIEW, save, studio, under_each_other
 
 
@@ -43,6 +44,7 @@ def open_panel(scale=1, **settings):
 
 def main():
     clipboard_pictures.main()
+    media_pictures.main()
     modes = three_modes()
     save(modes[0], "panel-open.png")
     save(under_each_other(modes), "timer-modes.png")
