@@ -10,12 +10,13 @@ Item {
     required property color accent
 
     property bool isDragging: false
-    // Of the track, from 0 to 1, while dragging.
+    // Of the track, from 0 to 1, while dragging and until the player has followed.
     property real dragFraction: 0
+    readonly property bool isHeld: isDragging || landing.running
 
     readonly property real duration: Math.max(0.001, content.duration)
-    readonly property real fraction: isDragging ? dragFraction : held(content.position / duration)
-    readonly property real shownSeconds: isDragging ? dragFraction * duration : content.position
+    readonly property real fraction: isHeld ? dragFraction : held(content.position / duration)
+    readonly property real shownSeconds: isHeld ? dragFraction * duration : content.position
     readonly property string elapsedText: content.mmss(shownSeconds)
     readonly property string remainingText: "-" + content.mmss(Math.max(0, duration - shownSeconds))
     // One press of an arrow key.
@@ -57,6 +58,24 @@ Item {
     Keys.onRightPressed: scrubber.seek(scrubber.content.position + scrubber.step)
     Keys.onLeftPressed: scrubber.seek(scrubber.content.position - scrubber.step)
 
+    // What is shown would jump back to the old place otherwise, for the player takes a moment to follow.
+    Timer {
+        id: landing
+
+        interval: 500
+    }
+
+    Connections {
+        target: scrubber.content
+        function onPositionChanged() {
+            if (Math.abs(scrubber.content.position - scrubber.dragFraction * scrubber.duration) < 1)
+                landing.stop();
+        }
+        function onCoverKeyChanged() {
+            landing.stop();
+        }
+    }
+
     Item {
         id: track
 
@@ -77,7 +96,7 @@ Item {
             property real value: scrubber.fraction
 
             Behavior on value {
-                enabled: scrubber.visible && !scrubber.isDragging
+                enabled: scrubber.visible && !scrubber.isHeld
 
                 NumberAnimation {
                     duration: 450
@@ -129,6 +148,8 @@ Item {
             onReleased: event => {
                 scrubber.drag(event.x);
                 scrubber.seek(scrubber.dragFraction * scrubber.content.duration);
+                if (scrubber.content.duration > 0)
+                    landing.restart();
                 scrubber.isDragging = false;
             }
             onCanceled: scrubber.isDragging = false

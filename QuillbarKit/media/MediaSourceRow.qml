@@ -61,6 +61,8 @@ Item {
                 anchors.verticalCenter: parent.verticalCenter
                 elide: Text.ElideRight
                 maximumLineCount: 1
+                // Beside its icon, whichever way it is read.
+                horizontalAlignment: Text.AlignLeft
                 text: face.artist
                 textFormat: Text.PlainText
                 font.family: Fonts.text
