@@ -195,6 +195,17 @@ TEST_F(ClipboardRowsTest, ARowTellsTheProgramThatItsClipIsFrom)
     EXPECT_EQ(row()->property("name"), u"1 a, Editor"_qs);
 }
 
+TEST_F(ClipboardRowsTest, OfAProgramWithoutANameTheIconIsShown)
+{
+    workspace.frontmost = u"org.example.Nameless"_qs;
+    QImage icon(16, 16, QImage::Format_ARGB32);
+    icon.fill(Qt::red);
+    workspace.icons[u"org.example.Nameless"_qs] = icon;
+    copiedAll({u"a"_qs});
+    show();
+    EXPECT_EQ(pictures().size(), 1);
+}
+
 TEST_F(ClipboardRowsTest, ARowOfAnUnknownProgramTellsNone)
 {
     workspace.frontmost = u"org.example.Gone"_qs;
