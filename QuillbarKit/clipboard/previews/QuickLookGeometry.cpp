@@ -49,3 +49,8 @@ ScreenRect QuickLookGeometry::factsFrame(const ScreenRect& screen)
 {
     return centred(screen, ofFacts);
 }
+
+ScreenRect QuickLookGeometry::unseenFrame(const ScreenRect& screen)
+{
+    return centred(screen, {1, 1});
+}
