@@ -49,8 +49,3 @@ ScreenRect QuickLookGeometry::factsFrame(const ScreenRect& screen)
 {
     return centred(screen, ofFacts);
 }
-
-ScreenRect QuickLookGeometry::unseenFrame(const ScreenRect& screen)
-{
-    return centred(screen, {1, 1});
-}

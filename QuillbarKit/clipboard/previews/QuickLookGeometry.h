@@ -18,8 +18,4 @@ double longestSide(const ScreenRect& screen);
 ScreenRect pictureFrame(const ScreenRect& screen, const QSizeF& picture);
 ScreenRect textFrame(const ScreenRect& screen);
 ScreenRect factsFrame(const ScreenRect& screen);
-
-/// A point in the middle, for a window that has nothing to show yet. All others are larger: where a window
-/// that has been drawn becomes smaller, the toolkit may keep back what it draws of a part of it later.
-ScreenRect unseenFrame(const ScreenRect& screen);
 } // namespace QuickLookGeometry

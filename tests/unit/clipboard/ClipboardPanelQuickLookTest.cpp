@@ -168,7 +168,7 @@ TEST_F(ClipboardPanelQuickLookTest, TheWindowTakesTheSizeOfWhatIsRead)
     copied(files({file(u"a.txt"_qs), file(u"b.png"_qs)}));
     open();
     pressSpace();
-    EXPECT_EQ(controller.quickLookWindow()->frame().width, 1);
+    EXPECT_EQ(controller.quickLookWindow()->frame(), (ScreenRect{410, 280, 460, 240}));
     EXPECT_EQ(controller.quickLookWindow()->opacity(), 0);
     quickLookQueue->runAll();
     queue.runUntilIdle();
