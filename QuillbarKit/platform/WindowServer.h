@@ -55,10 +55,6 @@ public:
     /// Gives the window back its whole rectangle.
     virtual void clearOutline(QWindow& window) = 0;
 
-    /// Has all of the window drawn once more. Beside some window managers the display loses what a program
-    /// draws into a window that has just come up.
-    virtual void redraw(QWindow& window) = 0;
-
     /// Shows the window above all ordinary ones and keeps it there, whatever program is in front.
     virtual void orderFrontRegardless(QWindow& window) = 0;
 

@@ -16,7 +16,6 @@ public:
     bool compositing = true;
     std::optional<QRegion> outline;
     int ordersFront = 0;
-    int redraws = 0;
     bool isKey = false;
     /// Oldest first.
     std::vector<const QWindow*> activated;
@@ -28,7 +27,6 @@ public:
     bool isCompositing() const override { return compositing; }
     void setOutline(QWindow&, const QRegion& given) override { outline = given; }
     void clearOutline(QWindow&) override { outline.reset(); }
-    void redraw(QWindow&) override { ++redraws; }
     void orderFrontRegardless(QWindow&) override { ++ordersFront; }
     void makeKeyAndOrderFront(QWindow&) override { isKey = true; }
     void resignKey(QWindow&) override { isKey = false; }

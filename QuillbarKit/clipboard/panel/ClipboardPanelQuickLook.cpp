@@ -3,7 +3,6 @@
 #include "clipboard/panel/ClipboardPanelController.h"
 #include "clipboard/previews/QuickLookGeometry.h"
 #include "clipboard/previews/QuickLookModel.h"
-#include "platform/WindowServer.h"
 #include "support/MainQueue.h"
 
 #include <QFileInfo>
@@ -83,7 +82,7 @@ void ClipboardPanelController::showQuickLook()
     auto* view = m_services.makeQuickLookView(*m_quickLookModel);
     connect(view, SIGNAL(closeRequested()), this, SLOT(endQuickLook()));
     m_quickLookWindow->setContentView(view);
-    m_quickLookWindow->setFrame(quickLookFrame(), 0);
+    m_quickLookWindow->setFrame(QuickLookGeometry::factsFrame(m_screenFrame), 0);
     connect(m_quickLookModel, &QuickLookModel::changed, this, &ClipboardPanelController::fitQuickLook);
     view->forceActiveFocus();
     m_quickLookWindow->makeKeyAndOrderFront();
@@ -92,33 +91,29 @@ void ClipboardPanelController::showQuickLook()
 
 void ClipboardPanelController::fitQuickLook()
 {
-    if (m_quickLookModel->state() == QuickLookModel::Loading)
-        return;
-    m_quickLookWindow->setFrame(quickLookFrame(), 1);
-    m_services.windowServer.redraw(*m_quickLookWindow);
-}
-
-ScreenRect ClipboardPanelController::quickLookFrame() const
-{
     switch (m_quickLookModel->state()) {
-    case QuickLookModel::Picture:
-        return QuickLookGeometry::pictureFrame(m_screenFrame, m_quickLookModel->pictureSize());
-    case QuickLookModel::Text:
-        return QuickLookGeometry::textFrame(m_screenFrame);
     case QuickLookModel::Loading:
+        return;
+    case QuickLookModel::Picture:
+        m_quickLookWindow->setFrame(
+            QuickLookGeometry::pictureFrame(m_screenFrame, m_quickLookModel->pictureSize()), 1);
+        return;
+    case QuickLookModel::Text:
+        m_quickLookWindow->setFrame(QuickLookGeometry::textFrame(m_screenFrame), 1);
+        return;
     case QuickLookModel::Facts:
-        break;
+        m_quickLookWindow->setFrame(QuickLookGeometry::factsFrame(m_screenFrame), 1);
+        return;
     }
-    return QuickLookGeometry::factsFrame(m_screenFrame);
 }
 
 void ClipboardPanelController::revealQuickLookInTime()
 {
-    m_services.model.mainQueue.asyncAfter(
-        revealSeconds, WorkItem::make([self = QPointer(this), window = QPointer(m_quickLookWindow.get())] {
-            if (self && window)
-                window->setOpacity(1);
-        }));
+    m_services.model.mainQueue.asyncAfter(revealSeconds,
+                                          WorkItem::make([window = QPointer(m_quickLookWindow.get())] {
+                                              if (window)
+                                                  window->setOpacity(1);
+                                          }));
 }
 
 void ClipboardPanelController::quickLookDidResignKey()

@@ -212,13 +212,6 @@ void X11WindowServer::clearOutline(QWindow& window)
     clearShape(window, XCB_SHAPE_SK_BOUNDING);
 }
 
-void X11WindowServer::redraw(QWindow& window)
-{
-    // It has no background, so nothing is cleared: it is merely exposed.
-    xcb_clear_area(m_connection.get(), true, static_cast<xcb_window_t>(window.winId()), 0, 0, 0, 0);
-    xcb_flush(m_connection.get());
-}
-
 void X11WindowServer::orderFrontRegardless(QWindow& window)
 {
     window.show();

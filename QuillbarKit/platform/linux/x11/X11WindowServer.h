@@ -28,7 +28,6 @@ public:
     bool isCompositing() const override { return m_isCompositing; }
     void setOutline(QWindow& window, const QRegion& outline) override;
     void clearOutline(QWindow& window) override;
-    void redraw(QWindow& window) override;
     void orderFrontRegardless(QWindow& window) override;
     void makeKeyAndOrderFront(QWindow& window) override;
     void resignKey(QWindow& window) override;
