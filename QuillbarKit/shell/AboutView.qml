@@ -28,7 +28,8 @@ FocusScope {
             width: 72
             height: 72
             // In device pixels, or it would be drawn small and enlarged.
-            sourceSize: Qt.size(width * Screen.devicePixelRatio, height * Screen.devicePixelRatio)
+            sourceSize.width: width * Screen.devicePixelRatio
+            sourceSize.height: height * Screen.devicePixelRatio
             source: "qrc:/application/com.vennor.quillbar.svg"
             Accessible.ignored: true
         }
