@@ -27,6 +27,12 @@ QSet<QString> setOf(const QStringList& list)
 
 void AppDelegate::launchClipboard()
 {
+    const auto tellScale = [this] {
+        const auto main = m_platform.screens.mainScreen();
+        m_clipThumbnails.setMainScreenScale(main ? std::optional(main->scale) : std::nullopt);
+    };
+    tellScale();
+    connect(&m_platform.screens, &Screens::changed, this, tellScale);
     m_snippetStore.load();
     m_clipboardWatcher.setEnabled(m_settings.clipboardEnabled());
     m_clipboardWatcher.setMaxItems(m_settings.clipboardMaxItems());

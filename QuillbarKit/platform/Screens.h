@@ -18,6 +18,8 @@ struct Screen
     /// The usable parts of that strip to the left and right of the housing.
     std::optional<ScreenRect> auxiliaryTopLeftArea;
     std::optional<ScreenRect> auxiliaryTopRightArea;
+    /// Device pixels a point.
+    double scale = 1;
 
     bool operator==(const Screen&) const = default;
 };

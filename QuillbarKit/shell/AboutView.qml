@@ -23,12 +23,15 @@ FocusScope {
         anchors.centerIn: parent
         spacing: 8
 
-        Symbol {
+        Image {
             anchors.horizontalCenter: parent.horizontalCenter
             width: 72
             height: 72
-            name: "rectangle.topthird.inset.filled"
-            color: "white"
+            // In device pixels, or it would be drawn small and enlarged.
+            sourceSize.width: width * Screen.devicePixelRatio
+            sourceSize.height: height * Screen.devicePixelRatio
+            source: "qrc:/application/com.vennor.quillbar.svg"
+            Accessible.ignored: true
         }
 
         Text {

@@ -47,7 +47,8 @@ void AboutWindowController::makeWindow(QQmlEngine& engine)
     m_window = std::make_unique<QQuickWindow>();
     m_window->setTitle(QStringLiteral("About Quillbar"));
     m_window->setColor(Qt::black);
-    m_window->setFlags(Qt::Dialog);
+    m_window->setFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+                       Qt::WindowCloseButtonHint);
     m_window->setMinimumSize(contentSize);
     m_window->setMaximumSize(contentSize);
     m_window->resize(contentSize);

@@ -37,6 +37,12 @@ class About:
     def place(self):
         return self.x.geometry(self.window)
 
+    def buttons(self):
+        """What the manager is told that its buttons may do."""
+        flags, functions = self.x.property(self.window, "_MOTIF_WM_HINTS")[:2]
+        assert flags & 1 and not functions & 1, "it says which"
+        return {name for name, bit in {"minimize": 8, "maximize": 16, "close": 32}.items() if functions & bit}
+
     def move_to(self, x, y):
         before = self.place
         self.window.configure(x=x, y=y)
@@ -54,6 +60,7 @@ def test_it_comes_back_where_it_was_put_and_in_front(desktop, bar):
     about.wait_until_in_front()
     assert (about.place.width, about.place.height) == (320, 230)
     app.wait_until_idle()
+    assert about.buttons() == {"close"}
     first = about.move_to(120, 140)
     app.wait_until_idle()
     desktop.x.press_key("Escape")

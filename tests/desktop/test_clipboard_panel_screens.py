@@ -25,8 +25,6 @@ def comes_to(desktop, panel, place):
     wait_until(lambda: desktop.x.geometry(panel.window) == place, what=f"the panel is at {place}")
 
 
-
-
 @pytest.mark.desktop(size=(2000, 800), monitors=2)
 @pytest.mark.parametrize("x, left", [(990, 612), (1010, 1008), (1500, 1131), (1995, 1612), (5, 8)])
 def test_it_opens_on_the_monitor_of_the_icon_and_stays_on_it(desktop, panel, bar, x, left):
@@ -48,6 +46,19 @@ def test_from_a_bar_at_the_bottom_it_opens_above_the_icon(desktop, panel, bar):
     launch_with(desktop, "first")
     open_from(desktop, panel, bar, 1500, 785)
     comes_to(desktop, panel, Rect(1131, 785 - HALF_ICON - GAP - HEIGHT, WIDTH, HEIGHT))
+
+
+@pytest.mark.desktop(size=(1600, 1000))
+def test_where_the_icon_was_on_another_display_is_forgotten(desktop, panel, bar):
+    app = launch_with(desktop, "first")
+    open_from(desktop, panel, bar, 900, 10)
+    comes_to(desktop, panel, Rect(911 - WIDTH, 10 + HALF_ICON + GAP, WIDTH, HEIGHT))
+    desktop.x.press_key("Escape")
+    panel.wait_until_closed()
+    desktop.x.set_resolution(1280, 800)
+    app.wait_until_idle()
+    panel.open()
+    comes_to(desktop, panel, Rect(640 - WIDTH // 2, 0, WIDTH, HEIGHT))
 
 
 @pytest.mark.desktop(size=(2560, 1600), scale=2)

@@ -4,7 +4,16 @@ import pytest
 from Xlib import X
 from Xlib.ext import xtest
 
-from harness.tray import Bar, XfcePanel, icon_in_bar, keyboard_is_held, own_menus, start_trayer, wait_for_icon
+from harness.tray import (
+    Bar,
+    XfcePanel,
+    icon_in_bar,
+    keyboard_is_held,
+    own_menus,
+    start_trayer,
+    tool_tips,
+    wait_for_icon,
+)
 from harness.waiting import wait_until
 
 
@@ -136,6 +145,33 @@ def test_an_old_tray_gives_our_menu_for_a_right_click(desktop, start_item):
     desktop.x.press_key("Return")
     helper.wait_for("chosen Quit")
     assert helper.lines == ["chosen Quit"]
+
+
+def test_an_old_tray_tells_the_name_of_the_icon_that_the_pointer_rests_on(desktop, start_item):
+    start_item()
+    start_trayer(desktop)
+    desktop.x.move_pointer(300, 300)
+    x, y = wait_for_icon(desktop)
+    assert tool_tips(desktop) == []
+    desktop.x.move_pointer(x, y)
+    (tip,) = wait_until(lambda: tool_tips(desktop), what="the tool tip shows")
+    assert desktop.x.text_property(tip, "_NET_WM_NAME") == "Quillbar"
+    place = desktop.x.geometry(tip)
+    assert place.y > y and 0 <= place.x and place.right <= desktop.x.size[0]
+    desktop.x.move_pointer(300, 300)
+    wait_until(lambda: tool_tips(desktop) == [], what="the tool tip has gone")
+
+
+def test_a_press_on_an_old_tray_that_is_released_elsewhere_is_no_click(desktop, start_item):
+    helper = start_item()
+    start_trayer(desktop)
+    x, y = wait_for_icon(desktop)
+    for button in (1, 3):
+        desktop.x.drag((x, y), (600, 400), button)
+    desktop.x.click(x, y)
+    wait_until(lambda: helper.lines, what="the click after it is told")
+    assert len(helper.lines) == 1
+    assert own_menus(desktop) == []
 
 
 def test_an_old_tray_restarted_brings_the_icon_back(desktop, start_item):

@@ -17,6 +17,7 @@ public:
     std::optional<QImage> thumbnail(const QByteArray& file, int maxPixels) const override
     {
         ++decodes;
+        lastLimit = maxPixels;
         if (file.isEmpty())
             return {};
         QImage image(size.scaled(maxPixels, maxPixels, Qt::KeepAspectRatio), QImage::Format_ARGB32);
@@ -32,4 +33,6 @@ public:
     QSize size{1920, 1080};
     mutable std::atomic<int> sizeReads = 0;
     mutable std::atomic<int> decodes = 0;
+    /// What the last picture was to fit into.
+    mutable std::atomic<int> lastLimit = 0;
 };

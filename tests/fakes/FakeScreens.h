@@ -22,9 +22,9 @@ public:
     double menuBarThickness() const override { return barThickness; }
 
     /// One display of that frame, without a camera housing.
-    void setSingle(const ScreenRect& frame)
+    void setSingle(const ScreenRect& frame, double scale = 1)
     {
-        main = Screen{QStringLiteral("only"), frame, 0, {}, {}};
+        main = Screen{QStringLiteral("only"), frame, 0, {}, {}, scale};
         all = {*main};
     }
 };

@@ -195,6 +195,17 @@ TEST_F(ClipboardRowsTest, ARowTellsTheProgramThatItsClipIsFrom)
     EXPECT_EQ(row()->property("name"), u"1 a, Editor"_qs);
 }
 
+TEST_F(ClipboardRowsTest, OfAProgramWithoutANameTheIconIsShown)
+{
+    workspace.frontmost = u"org.example.Nameless"_qs;
+    QImage icon(16, 16, QImage::Format_ARGB32);
+    icon.fill(Qt::red);
+    workspace.icons[u"org.example.Nameless"_qs] = icon;
+    copiedAll({u"a"_qs});
+    show();
+    EXPECT_EQ(pictures().size(), 1);
+}
+
 TEST_F(ClipboardRowsTest, ARowOfAnUnknownProgramTellsNone)
 {
     workspace.frontmost = u"org.example.Gone"_qs;
@@ -213,4 +224,49 @@ TEST_F(ClipboardRowsTest, APinTakesThePlaceOfTheGlyph)
     hover(control(u"All"_qs));
     EXPECT_THAT(symbols(row()), ElementsAre(u"pin.fill"_qs));
     EXPECT_THAT(symbols(row()), Not(Contains(u"text.alignleft"_qs)));
+}
+
+TEST_F(ClipboardRowsTest, OnlyTheFirstNineRowsHaveANumberWhateverIsSearchedAndFiltered)
+{
+    QStringList many;
+    for (int i = 0; i < 12; ++i)
+        many.append(QStringLiteral("clip %1").arg(i));
+    copiedAll(many);
+    show(900);
+    const auto numbers = [this] {
+        QStringList found;
+        for (auto* row : clipRows())
+            found.append(row->property("name").toString().section(u' ', 0, 0));
+        return found;
+    };
+    EXPECT_THAT(numbers(), ElementsAre(u"1"_qs, u"2"_qs, u"3"_qs, u"4"_qs, u"5"_qs, u"6"_qs, u"7"_qs, u"8"_qs,
+                                       u"9"_qs, u"clip"_qs, u"clip"_qs, u"clip"_qs));
+    // As they are drawn, too.
+    const auto drawn = [this] {
+        QStringList found =
+            ItemsInSight::property("text", visibleItems([](QQuickItem* item) {
+                                       return item->property("fadeSeconds").isValid() &&
+                                              item->parentItem()->property("editDraft").isValid();
+                                   }));
+        found.sort();
+        return found;
+    };
+    const QStringList nine{u"1"_qs, u"2"_qs, u"3"_qs, u"4"_qs, u"5"_qs, u"6"_qs, u"7"_qs, u"8"_qs, u"9"_qs};
+    EXPECT_EQ(drawn(), nine);
+    type(u"clip 1"_qs);
+    EXPECT_THAT(numbers(), ElementsAre(u"1"_qs, u"2"_qs, u"3"_qs));
+    model.setQuery({});
+
+    for (const auto& text : many)
+        watcher->togglePin(clip(text));
+    model.setBoardFilter(BoardFilter::pinned());
+    settle();
+    EXPECT_EQ(numbers().size(), 12);
+    EXPECT_EQ(numbers().first(9), nine);
+    EXPECT_EQ(drawn(), nine);
+
+    model.setBoardFilter(BoardFilter::board(boardOf(u"Work"_qs, many.first(10))));
+    settle();
+    EXPECT_EQ(numbers(), nine + QStringList{u"clip"_qs});
+    EXPECT_EQ(drawn(), nine);
 }

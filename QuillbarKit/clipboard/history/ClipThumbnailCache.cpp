@@ -67,9 +67,13 @@ std::optional<QSize> ClipThumbnailCache::pixelSize(const QUuid& uuid, const std:
     return size;
 }
 
-std::optional<QImage> ClipThumbnailCache::downsample(const ClipData& data, int maxPixel) const
+int ClipThumbnailCache::pixels(int points) const
 {
     constexpr double most = std::numeric_limits<int>::max();
-    const double pixels = std::clamp(std::round(maxPixel * m_scale.load()), 0.0, most);
-    return m_codec.thumbnail(data.bytes(), static_cast<int>(pixels));
+    return static_cast<int>(std::clamp(std::round(points * m_scale.load()), 0.0, most));
+}
+
+std::optional<QImage> ClipThumbnailCache::downsample(const ClipData& data, int maxPixel) const
+{
+    return m_codec.thumbnail(data.bytes(), pixels(maxPixel));
 }

@@ -29,6 +29,9 @@ public:
     /// by whoever watches the screens; what is cached stays as it is.
     void setMainScreenScale(std::optional<double> scale);
 
+    /// How many device pixels of the main screen that many points are.
+    int pixels(int points) const;
+
     /// The clip's picture, upright, `maxPixel` points on its longer side at most and as many pixels as the
     /// main screen shows them with. None when the data can't be decoded, and then the next call tries again.
     /// Decodes on the calling thread when it isn't cached; two threads may then decode the same picture.

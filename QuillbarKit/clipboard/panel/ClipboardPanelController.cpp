@@ -112,31 +112,38 @@ void ClipboardPanelController::makeModel()
         {m_services.isOptionHeld, [this] { return AutoPaster::isTrusted(m_services.keystrokes); }},
         m_services.linkPreviewFetcher, m_window.get());
     auto& watcher = m_services.model.watcher;
-    m_model->onActivate = [this, &watcher](const Clip& clip, bool plain) {
+    // The window takes clicks until it has gone; the second one of a double click must not paste again.
+    const auto whileOpen = [this](auto action) {
+        return [this, action](const auto&... what) {
+            if (isOpen())
+                action(what...);
+        };
+    };
+    m_model->onActivate = whileOpen([this, &watcher](const Clip& clip, bool plain) {
         if (plain)
             watcher.copyPlain(clip);
         else
             watcher.copy(clip);
         closeAndPaste();
-    };
-    m_model->onActivatePlain = [this, &watcher](const Clip& clip) {
+    });
+    m_model->onActivatePlain = whileOpen([this, &watcher](const Clip& clip) {
         watcher.copyPlain(clip);
         closeAndPaste();
-    };
-    m_model->onActivateSnippet = [this](const Snippet& snippet) {
+    });
+    m_model->onActivateSnippet = whileOpen([this](const Snippet& snippet) {
         // Past the watcher, which so finds it as it finds any copy: a pasted snippet enters the history.
         PasteboardContents contents;
         contents.string = snippet.text;
         m_services.pasteboard.write(std::move(contents));
         closeAndPaste();
-    };
-    m_model->onPasteNext = [this, &watcher](const Clip& clip) {
+    });
+    m_model->onPasteNext = whileOpen([this, &watcher](const Clip& clip) {
         watcher.copy(clip);
         animateOutAndClose();
-    };
-    m_model->onPasteAll = [this](const QList<Clip>& clips) {
+    });
+    m_model->onPasteAll = whileOpen([this](const QList<Clip>& clips) {
         animateOutAndClose([this, clips] { performSequentialPaste(clips); });
-    };
+    });
 }
 
 void ClipboardPanelController::makeView()

@@ -12,6 +12,11 @@ constexpr double footerHeight = 58;
 
 constexpr double edgeMargin = 8;
 constexpr double anchorGap = 6;
+
+bool holds(const Screen& screen, const ScreenRect& anchor)
+{
+    return screen.frame.contains({anchor.midX(), anchor.y + anchor.height / 2});
+}
 } // namespace
 
 double ClipboardPanelGeometry::height(bool hasClips, bool stackModeEnabled)
@@ -25,9 +30,8 @@ Screen ClipboardPanelGeometry::screen(const QList<Screen>& screens, const Screen
 {
     if (!anchor)
         return preferred;
-    const ScreenPoint middle{anchor->midX(), anchor->y + anchor->height / 2};
     const auto found =
-        std::ranges::find_if(screens, [&](const Screen& each) { return each.frame.contains(middle); });
+        std::ranges::find_if(screens, [&](const Screen& each) { return holds(each, *anchor); });
     return found == screens.end() ? preferred : *found;
 }
 
@@ -37,7 +41,7 @@ ScreenRect ClipboardPanelGeometry::frame(const Screen& screen, const std::option
     const auto& bounds = screen.frame;
     // The list gives way, so that what stands below it can be reached.
     const double height = std::min(wantedHeight, bounds.height - screen.safeAreaTop);
-    if (!anchor) {
+    if (!anchor || !holds(screen, *anchor)) {
         return {bounds.midX() - cardWidth / 2, bounds.maxY() - height - screen.safeAreaTop, cardWidth,
                 height};
     }

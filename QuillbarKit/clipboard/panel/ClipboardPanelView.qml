@@ -118,7 +118,6 @@ FocusScope {
         panel: root.model
         accent: root.accent
         onEscaped: root.closeRequested()
-        onSubmitted: root.model.activateSelected()
     }
 
     BoardBar {

@@ -1,7 +1,7 @@
 import QtQuick
 import Quillbar
 
-// Where the search is typed.
+// Where the search is typed. Return is the list's and never comes here.
 Rectangle {
     id: root
 
@@ -10,7 +10,6 @@ Rectangle {
     readonly property bool searchFocused: input.editing
 
     signal escaped
-    signal submitted
 
     function focusSearch() {
         input.forceActiveFocus();
@@ -44,7 +43,6 @@ Rectangle {
         accent: root.accent
         text: root.panel.query
         onEdited: root.panel.query = text
-        onAccepted: root.submitted()
         onCancelled: root.escaped()
 
         // What is typed ends the binding of the text.

@@ -1,7 +1,5 @@
 #include "clipboard/rows/ClipLinkPreview.h"
 
-#include "clipboard/history/ClipData.h"
-
 #include <QUrl>
 
 ClipLinkPreview::ClipLinkPreview(QObject* parent) : QObject(parent)
@@ -41,13 +39,10 @@ void ClipLinkPreview::take(const QString& url, const LinkPreview& preview)
     set(preview.title.value_or(QString()), {});
     if (!preview.faviconPNG || !m_content || !m_content->pictures())
         return;
-    // Kept among the thumbnails, under a name that no clip has.
-    const auto name = QUuid::createUuidV5(QUuid(), url);
-    m_content->pictures()->find(name, ClipData(*preview.faviconPNG), iconPixel, this,
-                                [this, url](const QImage& image) {
-                                    if (url == m_asked)
-                                        set(m_title, image);
-                                });
+    m_content->pictures()->findIcon(*preview.faviconPNG, iconPixel, this, [this, url](const QImage& image) {
+        if (url == m_asked)
+            set(m_title, image);
+    });
 }
 
 void ClipLinkPreview::set(const QString& title, const QImage& icon)

@@ -2,6 +2,7 @@
 
 #include "clipboard/history/ClipThumbnailCache.h"
 #include "clipboard/history/ClipboardWatcher.h"
+#include "clipboard/rows/VectorIcon.h"
 #include "support/ThreadSerialQueue.h"
 
 #include <QPointer>
@@ -19,17 +20,33 @@ void ClipPictures::findThumbnail(const QUuid& clip, int maxPixel, QObject* recei
 {
     const auto& clips = m_watcher.clips();
     const auto at = std::ranges::find(clips, clip, &Clip::uuid);
-    if (at != clips.end() && at->imageData)
-        find(clip, *at->imageData, maxPixel, receiver, std::move(found));
+    if (at == clips.end() || !at->imageData)
+        return;
+    find([this, clip, data = *at->imageData,
+          maxPixel] { return m_thumbnails.thumbnail(clip, data, maxPixel); },
+         receiver, std::move(found));
 }
 
-void ClipPictures::find(const QUuid& uuid, const ClipData& data, int maxPixel, QObject* receiver, Found found)
+void ClipPictures::findIcon(const QByteArray& file, int maxPixel, QObject* receiver, Found found)
+{
+    find(
+        [this, file, maxPixel] {
+            // Kept among the thumbnails, under a name that no clip has. Not by its address: what is there may
+            // be another icon tomorrow.
+            const auto name = QUuid::createUuidV5(QUuid(), file);
+            auto image = m_thumbnails.thumbnail(name, ClipData(file), maxPixel);
+            return image ? image : VectorIcon::draw(file, m_thumbnails.pixels(maxPixel));
+        },
+        receiver, std::move(found));
+}
+
+void ClipPictures::find(Look look, QObject* receiver, Found found)
 {
     if (!m_queue)
         m_queue = std::make_unique<ThreadSerialQueue>(QStringLiteral("com.vennor.quillbar.pictures"));
     m_queue->async(
-        [this, uuid, data, maxPixel, receiver = QPointer(receiver), found = std::move(found)]() mutable {
-            auto image = m_thumbnails.thumbnail(uuid, data, maxPixel);
+        [this, look = std::move(look), receiver = QPointer(receiver), found = std::move(found)]() mutable {
+            auto image = look();
             if (!image)
                 return;
             // This object is still there: it waits for this work before it goes.

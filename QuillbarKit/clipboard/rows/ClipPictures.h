@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QImage>
 #include <QObject>
 #include <QUuid>
@@ -7,8 +8,8 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 
-class ClipData;
 class ClipThumbnailCache;
 class ClipboardWatcher;
 class SerialQueue;
@@ -32,10 +33,13 @@ public:
     /// Calls `found` on the main thread, on a later turn and only while `receiver` is there, with the clip's
     /// picture, `maxPixel` points at most. Not at all where there is no such clip or no picture.
     void findThumbnail(const QUuid& clip, int maxPixel, QObject* receiver, Found found);
-    /// The same for any picture file; `uuid` is what the result is kept under.
-    void find(const QUuid& uuid, const ClipData& data, int maxPixel, QObject* receiver, Found found);
+    /// The same for the icon of a page, which may be a vector graphic too.
+    void findIcon(const QByteArray& file, int maxPixel, QObject* receiver, Found found);
 
 private:
+    using Look = std::function<std::optional<QImage>()>;
+    void find(Look look, QObject* receiver, Found found);
+
     const ClipboardWatcher& m_watcher;
     ClipThumbnailCache& m_thumbnails;
     /// None until the first picture is asked for: most histories hold only texts.

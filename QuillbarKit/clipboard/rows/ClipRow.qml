@@ -234,10 +234,12 @@ Control {
         }
 
         Row {
-            visible: row.sourceName && !row.isEditing
+            visible: (row.sourceName || sourceIcon.exists) && !row.isEditing
             spacing: 5
 
             ClipPicture {
+                id: sourceIcon
+
                 anchors.verticalCenter: parent.verticalCenter
                 visible: exists
                 width: 12

@@ -18,6 +18,8 @@ public:
         QRectF geometry;
         /// Device pixels a point.
         double scale = 1;
+
+        bool operator==(const Display&) const = default;
     };
 
     /// The first display is the main one.
@@ -34,6 +36,8 @@ public:
 
     /// The place of a device pixel of the desktop.
     ScreenPoint fromPixel(const QPointF& pixel) const;
+
+    bool operator==(const ScreenSpace&) const = default;
 
 private:
     double flipHeight() const;

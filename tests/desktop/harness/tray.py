@@ -110,6 +110,13 @@ def own_menus(desktop):
     return desktop.x.windows_of_class("quillbar_statusitem")
 
 
+def tool_tips(desktop):
+    kind = desktop.x.atom("_NET_WM_WINDOW_TYPE_TOOLTIP")
+    return [
+        each for each in own_menus(desktop) if kind in (desktop.x.property(each, "_NET_WM_WINDOW_TYPE") or [])
+    ]
+
+
 def keyboard_is_held(desktop):
     answer = desktop.x.root.grab_keyboard(False, X.GrabModeAsync, X.GrabModeAsync, X.CurrentTime)
     if answer == X.GrabSuccess:

@@ -131,6 +131,30 @@ TEST_F(ClipboardPanelControllerTest, ItIsThereUntilItHasFadedAndThenCallsBack)
     EXPECT_EQ(calls, 1);
 }
 
+TEST_F(ClipboardPanelControllerTest, WhatIsAskedOfItWhileItClosesPastesNothingMore)
+{
+    copyThree();
+    settings.setAutoPasteEnabled(true);
+    open();
+    // What a double click does: its second click comes to a window that is still there.
+    auto* const model = controller.model();
+    model->setStackModeEnabled(true);
+    for (const auto& clip : watcher->clips())
+        model->activate(clip);
+    model->setStackModeEnabled(false);
+    const auto clip = watcher->clips().last();
+    model->activate(clip);
+    EXPECT_THAT(onPasteboard(), ElementsAre(u"one"_qs));
+    model->activate(clip);
+    model->onActivatePlain(clip);
+    model->onActivateSnippet(snippets.add(u"title"_qs, u"snippet"_qs));
+    model->pasteNext();
+    model->pasteAll();
+    queue.advance(5);
+    EXPECT_THAT(onPasteboard(), ElementsAre(u"one"_qs));
+    EXPECT_EQ(keystrokes.pastes.size(), 1U);
+}
+
 TEST_F(ClipboardPanelControllerTest, WithNothingToCloseItCallsBackAtOnce)
 {
     int calls = 0;

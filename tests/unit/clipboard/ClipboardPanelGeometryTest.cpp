@@ -76,3 +76,24 @@ TEST(ClipboardPanelGeometryTest, TheAnchorsScreenIsTheOneThatHoldsItsMiddle)
     EXPECT_EQ(screen(both, right, {}), right);
     EXPECT_EQ(screen(both, left, ScreenRect{9000, 776, 24, 24}), left);
 }
+
+TEST(ClipboardPanelGeometryTest, AnAnchorThatIsNotOnTheScreenIsNone)
+{
+    const auto without = frame(only, {}, 500);
+    // Where an icon was on a display that was higher, on one to the left, and on one below.
+    EXPECT_EQ(frame(only, ScreenRect{1000, 1056, 24, 24}, 500), without);
+    EXPECT_EQ(frame(only, ScreenRect{-500, 776, 24, 24}, 500), without);
+    EXPECT_EQ(frame(only, ScreenRect{1000, -300, 24, 24}, 500), without);
+}
+
+TEST(ClipboardPanelGeometryTest, WhereverTheAnchorIsThePanelIsOnTheScreen)
+{
+    for (double x = -2000; x <= 4000; x += 100) {
+        for (double y = -2000; y <= 4000; y += 37) {
+            const auto panel = frame(only, ScreenRect{x, y, 24, 24}, 500);
+            EXPECT_TRUE(panel.minX() >= 8 && panel.maxX() <= 1280 - 8 && panel.minY() >= 0 &&
+                        panel.maxY() <= 800)
+                << "for an anchor at " << x << ", " << y;
+        }
+    }
+}

@@ -169,6 +169,7 @@ TEST_F(ClipboardPanelQuickLookTest, TheWindowTakesTheSizeOfWhatIsRead)
     open();
     pressSpace();
     EXPECT_EQ(controller.quickLookWindow()->frame(), (ScreenRect{410, 280, 460, 240}));
+    EXPECT_EQ(controller.quickLookWindow()->opacity(), 0);
     quickLookQueue->runAll();
     queue.runUntilIdle();
     EXPECT_EQ(controller.quickLookWindow()->frame(), (ScreenRect{260, 80, 760, 640}));
@@ -178,6 +179,19 @@ TEST_F(ClipboardPanelQuickLookTest, TheWindowTakesTheSizeOfWhatIsRead)
     quickLookQueue->runAll();
     queue.runUntilIdle();
     EXPECT_EQ(controller.quickLookWindow()->frame().height, 220);
+}
+
+TEST_F(ClipboardPanelQuickLookTest, WhatIsNotReadInTimeIsAwaitedInSight)
+{
+    copied(files({file(u"a.txt"_qs)}));
+    open();
+    pressSpace();
+    queue.advance(0.25);
+    EXPECT_EQ(controller.quickLookWindow()->frame(), (ScreenRect{410, 280, 460, 240}));
+    EXPECT_EQ(controller.quickLookWindow()->opacity(), 1);
+    quickLookQueue->runAll();
+    queue.runUntilIdle();
+    EXPECT_EQ(controller.quickLookWindow()->frame(), (ScreenRect{260, 80, 760, 640}));
 }
 
 // How it ends

@@ -130,3 +130,23 @@ TEST_F(ClipboardWiringTest, ALaunchLoadsTheSnippets)
     ASSERT_EQ(delegate->snippetStore().snippets().size(), 1);
     EXPECT_EQ(delegate->snippetStore().snippets().first().text, a);
 }
+
+TEST_F(ClipboardWiringTest, PicturesAreDecodedForTheMainScreen)
+{
+    platform.screens.setSingle({0, 0, 1280, 800}, 1.5);
+    launch();
+    auto& panel = delegate->clipboardPanel();
+    panel.show({});
+    auto& thumbnails = panel.model()->thumbnails();
+    const auto limit = [&] {
+        thumbnails.thumbnail(QUuid::createUuid(), ClipData("picture"), 72);
+        return platform.imageCodec.lastLimit.load();
+    };
+    EXPECT_EQ(limit(), 108);
+    platform.screens.setSingle({0, 0, 1280, 800}, 3);
+    Q_EMIT platform.screens.changed();
+    EXPECT_EQ(limit(), 216);
+    platform.screens.main.reset();
+    Q_EMIT platform.screens.changed();
+    EXPECT_EQ(limit(), 144);
+}

@@ -95,6 +95,22 @@ TEST_F(LinkPreviewFetcherTest, AFailedPageGivesNothingAndItsIconIsNotAskedFor)
     EXPECT_THAT(session.urls(), ElementsAre(QUrl(page)));
 }
 
+TEST_F(LinkPreviewFetcherTest, AServiceKeepsTheEmptyPreviewOfAFailedPage)
+{
+    LinkPreviewService service(2, LinkPreviewFetcher::defaultFetcher({session, codec, mainQueue, queue}));
+    const LinkPreviewService::Fetcher ask = [&service](const QUrl& url) { return service.preview(url); };
+    note(ask, QUrl(page), found);
+    work();
+    EXPECT_EQ(*found, LinkPreview());
+    // It would have one by now.
+    serve(page, "<title>A page</title>");
+    found->reset();
+    note(ask, QUrl(page), found);
+    work();
+    EXPECT_EQ(*found, LinkPreview());
+    EXPECT_THAT(session.urls(), ElementsAre(QUrl(page)));
+}
+
 TEST_F(LinkPreviewFetcherTest, AnErrorPageHasATitleToo)
 {
     serve(page, "<title>Not found</title>", 404);

@@ -77,6 +77,8 @@ TEST_F(StatusWiringTest, TheAboutWindowIsMadeOnceAndStaysWhereItWasPut)
     EXPECT_TRUE(window->isVisible());
     EXPECT_EQ(window->size(), QSize(320, 230));
     EXPECT_EQ(window->title(), u"About Quillbar"_qs);
+    EXPECT_EQ(window->flags() & ~Qt::WindowType_Mask,
+              Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint);
     window->setPosition(33, 44);
     window->close();
     platform.statusItem.choose(u"About Quillbar"_qs);
@@ -119,12 +121,12 @@ TEST_F(StatusWiringTest, TheAboutWindowTellsWhatAndByWhom)
     launch();
     platform.statusItem.choose(u"About Quillbar"_qs);
     QStringList texts;
-    QSizeF iconSize;
+    QList<const QQuickItem*> icons;
     std::function<void(const QQuickItem*)> look = [&](const QQuickItem* item) {
         if (const auto text = item->property("text"); text.isValid())
             texts.append(text.toString());
-        if (item->property("pointSize").isValid())
-            iconSize = item->size();
+        if (item->property("source").isValid())
+            icons.append(item);
         for (const auto* child : item->childItems())
             look(child);
     };
@@ -132,7 +134,12 @@ TEST_F(StatusWiringTest, TheAboutWindowTellsWhatAndByWhom)
     ASSERT_EQ(texts.size(), 4);
     EXPECT_TRUE(QRegularExpression(u"^Version [0-9]+([.][0-9]+)+$"_qs).match(texts.takeAt(1)).hasMatch());
     EXPECT_EQ(texts, (QStringList{u"Quillbar"_qs, u"by"_qs, u"Dorvane"_qs}));
-    EXPECT_EQ(iconSize, QSizeF(72, 72));
+    ASSERT_EQ(icons.size(), 1);
+    EXPECT_EQ(icons.first()->size(), QSizeF(72, 72));
+    EXPECT_TRUE(icons.first()->property("source").toUrl().fileName() == u"com.vennor.quillbar.svg"_qs);
+    // It is there and was drawn: 1 is the toolkit's word for that.
+    EXPECT_EQ(icons.first()->property("status").toInt(), 1);
+    EXPECT_EQ(icons.first()->implicitWidth(), 72);
 }
 
 TEST_F(StatusWiringTest, AClickOnTheIconAndTheShortcutToggleTheClipboardPanel)

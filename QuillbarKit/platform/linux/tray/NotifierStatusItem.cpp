@@ -1,6 +1,5 @@
 #include "platform/linux/tray/NotifierStatusItem.h"
 
-#include "platform/linux/ScreenSpace.h"
 #include "platform/linux/tray/NotifierItemAdaptor.h"
 #include "platform/linux/tray/TrayMenuAdaptor.h"
 #include "platform/linux/tray/TrayMenuWindow.h"
@@ -82,12 +81,14 @@ void NotifierStatusItem::setClickHandler(std::function<void()> handler)
 
 std::optional<ScreenRect> NotifierStatusItem::frameOnScreen() const
 {
-    return m_lastClick;
+    // On other displays the bar is somewhere else.
+    if (!m_lastClick || m_lastClick->space != ScreenSpace::current())
+        return std::nullopt;
+    return m_lastClick->frame;
 }
 
-ScreenPoint NotifierStatusItem::placeOf(QPoint pixel) const
+ScreenPoint NotifierStatusItem::placeOf(QPoint pixel, const ScreenSpace& space)
 {
-    const auto space = ScreenSpace::current();
     // Bars that don't know the place say zero, or what is no place at all.
     if (pixel.x() > 0 || pixel.y() > 0)
         return space.fromPixel(pixel);
@@ -101,8 +102,9 @@ void NotifierStatusItem::handleClick(QPoint pixel)
         showMenu(pixel);
         return;
     }
-    const auto place = placeOf(pixel);
-    m_lastClick = ScreenRect{place.x - usualSide / 2, place.y - usualSide / 2, usualSide, usualSide};
+    const auto space = ScreenSpace::current();
+    const auto place = placeOf(pixel, space);
+    m_lastClick = Click{{place.x - usualSide / 2, place.y - usualSide / 2, usualSide, usualSide}, space};
     m_mainQueue.async([item = QPointer(this)] {
         if (item && item->m_clickHandler)
             item->m_clickHandler();
@@ -115,8 +117,9 @@ void NotifierStatusItem::showMenu(QPoint pixel)
         return;
     if (!m_ownMenu)
         m_ownMenu = std::make_unique<TrayMenuWindow>([this](const QString& title) { handleChoice(title); });
-    const auto place = placeOf(pixel);
-    const auto point = ScreenSpace::current().toToolkit(ScreenRect{place.x, place.y, 0, 0}).topLeft();
+    const auto space = ScreenSpace::current();
+    const auto place = placeOf(pixel, space);
+    const auto point = space.toToolkit(ScreenRect{place.x, place.y, 0, 0}).topLeft();
     m_ownMenu->popUp(m_menu->menu(), point.toPoint());
 }
 

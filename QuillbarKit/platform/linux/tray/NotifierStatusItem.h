@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/StatusItem.h"
+#include "platform/linux/ScreenSpace.h"
 
 #include <QDBusConnection>
 #include <QDBusServiceWatcher>
@@ -18,9 +19,9 @@ class TrayMenuWindow;
 /// they are. Nothing here waits for the bar. The item is announced to the watcher whenever one appears on the
 /// bus, so it comes back after the bar has been restarted.
 ///
-/// The protocol doesn't tell where the icon is, but where it was clicked, and nothing of modifiers: those are
-/// looked up when the click arrives. There is no way to have the bar open its menu, so for a click with
-/// Control, and for bars that leave the menu to us, we show our own.
+/// The protocol doesn't tell where the icon is, but where it was clicked, which counts until the displays
+/// change; and nothing of modifiers: those are looked up when the click arrives. There is no way to have the
+/// bar open its menu, so for a click with Control, and for bars that leave the menu to us, we show our own.
 class NotifierStatusItem final : public QObject, public StatusItem
 {
     Q_OBJECT
@@ -36,10 +37,17 @@ public:
     std::optional<ScreenRect> frameOnScreen() const override;
 
 private:
+    struct Click
+    {
+        ScreenRect frame;
+        /// Of that moment.
+        ScreenSpace space;
+    };
+
     void announce();
     void handleClick(QPoint pixel);
     void showMenu(QPoint pixel);
-    ScreenPoint placeOf(QPoint pixel) const;
+    static ScreenPoint placeOf(QPoint pixel, const ScreenSpace& space);
     void handleChoice(const QString& title);
 
     QDBusConnection m_bus;
@@ -52,5 +60,5 @@ private:
     std::unique_ptr<TrayMenuWindow> m_ownMenu;
     QString m_serviceName;
     std::function<void()> m_clickHandler;
-    std::optional<ScreenRect> m_lastClick;
+    std::optional<Click> m_lastClick;
 };

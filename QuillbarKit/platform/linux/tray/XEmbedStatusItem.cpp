@@ -118,7 +118,8 @@ void XEmbedStatusItem::createWindow()
 
     m_window = xcb_generate_id(connection);
     const uint32_t events = XCB_EVENT_MASK_EXPOSURE | XCB_EVENT_MASK_BUTTON_PRESS |
-                            XCB_EVENT_MASK_BUTTON_RELEASE | XCB_EVENT_MASK_STRUCTURE_NOTIFY;
+                            XCB_EVENT_MASK_BUTTON_RELEASE | XCB_EVENT_MASK_ENTER_WINDOW |
+                            XCB_EVENT_MASK_LEAVE_WINDOW | XCB_EVENT_MASK_STRUCTURE_NOTIFY;
     xcb_create_window_value_list_t values{};
     uint32_t mask = XCB_CW_EVENT_MASK;
     values.event_mask = events;
@@ -163,6 +164,7 @@ void XEmbedStatusItem::createWindow()
 
 void XEmbedStatusItem::undock()
 {
+    m_toolTip.dismiss();
     if (m_window == XCB_WINDOW_NONE)
         return;
     if (m_connection.isValid()) {
@@ -195,6 +197,13 @@ void XEmbedStatusItem::handleEvent(const xcb_generic_event_t& event)
     case XCB_CONFIGURE_NOTIFY:
         paint();
         break;
+    case XCB_ENTER_NOTIFY:
+        handleEnter(reinterpret_cast<const xcb_enter_notify_event_t&>(event));
+        break;
+    case XCB_LEAVE_NOTIFY:
+    case XCB_BUTTON_PRESS:
+        m_toolTip.dismiss();
+        break;
     case XCB_BUTTON_RELEASE:
         handleRelease(reinterpret_cast<const xcb_button_release_event_t&>(event));
         break;
@@ -203,8 +212,20 @@ void XEmbedStatusItem::handleEvent(const xcb_generic_event_t& event)
     }
 }
 
+void XEmbedStatusItem::handleEnter(const xcb_enter_notify_event_t& event)
+{
+    // The end of somebody's hold on the pointer, such as our menu's, is no coming of the pointer.
+    const auto frame = frameOnScreen();
+    if (event.mode == XCB_NOTIFY_MODE_NORMAL && frame)
+        m_toolTip.showSoon(m_title, ScreenSpace::current().toToolkit(*frame).toRect());
+}
+
 void XEmbedStatusItem::handleRelease(const xcb_button_release_event_t& event)
 {
+    // It comes wherever the pointer has been dragged to since the press.
+    const auto rect = pixels();
+    if (!rect || !QRect({}, rect->size()).contains(event.event_x, event.event_y))
+        return;
     const bool isLeft = event.detail == XCB_BUTTON_INDEX_1;
     if (event.detail == XCB_BUTTON_INDEX_3 || (isLeft && event.state & XCB_MOD_MASK_CONTROL)) {
         const auto space = ScreenSpace::current();

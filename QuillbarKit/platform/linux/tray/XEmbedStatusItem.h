@@ -2,6 +2,7 @@
 
 #include "platform/StatusItem.h"
 #include "platform/linux/tray/TrayMenuWindow.h"
+#include "platform/linux/tray/TrayToolTipWindow.h"
 
 #include <QObject>
 
@@ -34,6 +35,7 @@ private:
     void undock();
     void createWindow();
     void handleEvent(const xcb_generic_event_t& event);
+    void handleEnter(const xcb_enter_notify_event_t& event);
     void handleRelease(const xcb_button_release_event_t& event);
     void handleChoice(const QString& title);
     void paint();
@@ -53,5 +55,6 @@ private:
     QString m_title;
     QList<StatusMenuEntry> m_menu;
     TrayMenuWindow m_menuWindow;
+    TrayToolTipWindow m_toolTip;
     std::function<void()> m_clickHandler;
 };

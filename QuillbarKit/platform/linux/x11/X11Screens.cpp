@@ -83,11 +83,7 @@ void X11Screens::announceSoon()
 
 X11Screens::Snapshot X11Screens::snapshot() const
 {
-    Snapshot snapshot{screens(), mainScreen(), menuBarThickness(), {}};
-    const auto all = QGuiApplication::screens();
-    for (const auto* screen : all)
-        snapshot.scales.append(screen->devicePixelRatio());
-    return snapshot;
+    return {screens(), mainScreen(), menuBarThickness()};
 }
 
 QList<Screen> X11Screens::screens() const
@@ -108,7 +104,7 @@ std::optional<Screen> X11Screens::mainScreen() const
 Screen X11Screens::screenOf(const QScreen& screen) const
 {
     const auto scale = screen.devicePixelRatio();
-    Screen result{screen.name(), ScreenSpace::current().fromToolkit(screen.geometry()), 0, {}, {}};
+    Screen result{screen.name(), ScreenSpace::current().fromToolkit(screen.geometry()), 0, {}, {}, scale};
     const auto pixels = (QSizeF(screen.size()) * scale).toSize();
     if (const auto housing = NotchedLaptops::housing(m_machineModel, screen.name(), pixels)) {
         const auto& frame = result.frame;

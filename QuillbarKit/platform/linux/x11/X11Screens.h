@@ -25,7 +25,6 @@ private:
         QList<Screen> screens;
         std::optional<Screen> mainScreen;
         double menuBarThickness = 0;
-        QList<double> scales;
 
         bool operator==(const Snapshot&) const = default;
     };
