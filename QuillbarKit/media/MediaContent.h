@@ -48,7 +48,8 @@ class MediaContent : public QObject
     /// own is decoded.
     Q_PROPERTY(QVariant cover READ cover NOTIFY coverChanged)
     Q_PROPERTY(QVariant smallCover READ smallCover NOTIFY coverChanged)
-    /// Differs when the cover or the track it belongs to does. Told before the cover.
+    /// The trackKey of the track that the cover, or its absence, is of. Stays when the same track gets another
+    /// cover. Told before the cover.
     Q_PROPERTY(QString coverKey READ coverKey NOTIFY coverKeyChanged)
     /// Device pixels a point where covers are shown. 0 until a view tells; before that none is decoded.
     Q_PROPERTY(double scale READ scale WRITE setScale NOTIFY scaleChanged)

@@ -59,6 +59,7 @@ class Options:
     obeys = True
     hangs = False  # answers no reading at all
     position_type = "x"
+    following = []  # the metadata of the tracks to which Next goes, one after the other
 
 
 def value_of(value):
@@ -198,6 +199,8 @@ class Player(dbus.service.Object):
     @dbus.service.method(PLAYER)
     def Next(self):
         self.record("Next")
+        if self.options.following:
+            self.obey({"Metadata": self.options.following.pop(0)})
 
     @dbus.service.method(PLAYER)
     def Previous(self):

@@ -44,7 +44,11 @@ private:
     void getInfo(InfoCallback callback);
     bool send(int command);
     void handleChange();
+    void handleEffect();
+    void handleCover();
+    void answerSoon(InfoCallback callback);
     void answerWaiting();
+    void after(double seconds, std::shared_ptr<WorkItem>& item, void (MprisNowPlayingFramework::*action)());
     void post(const QString& name);
 
     MainQueue& m_mainQueue;
@@ -56,6 +60,8 @@ private:
     bool m_isPlaying = false;
     /// Set while the effect of a command is awaited.
     std::shared_ptr<WorkItem> m_effect;
+    /// Set while the cover of a new track is awaited.
+    std::shared_ptr<WorkItem> m_cover;
     MprisProperties m_beforeCommand;
     std::vector<InfoCallback> m_waiting;
 };
