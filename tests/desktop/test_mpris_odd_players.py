@@ -209,6 +209,24 @@ def test_commands_arrive_and_their_effect_is_in_the_next_answer(players, now_pla
     assert [call[0] for call in player.calls] == ["PlayPause", "PlayPause", "Next", "Previous"]
 
 
+def test_an_answer_shows_the_effect_of_the_last_of_several_commands(players, now_playing):
+    options = {"following": [track("Next")], "delays": {"Next": 0.05, "PlayPause": 0.15}}
+    players(track=track(), options=options)
+    now_playing.wait_for(Title="Song", PlaybackRate=1)
+    assert now_playing.command(NEXT) and now_playing.command(PLAY_PAUSE)
+    info = now_playing.info
+    assert (info["Title"], info["PlaybackRate"]) == ("Next", 0)
+
+
+def test_a_command_without_effect_takes_no_time_from_the_next(players, now_playing):
+    players(track=track(), options={"delays": {"PlayPause": 0.1}})
+    now_playing.wait_for(PlaybackRate=1)
+    assert now_playing.command(PREVIOUS)
+    time.sleep(0.18)  # so that the first command's time is over before the second has its effect
+    assert now_playing.command(PLAY_PAUSE)
+    assert now_playing.info["PlaybackRate"] == 0
+
+
 def test_what_a_player_cant_is_not_asked_for(players, now_playing):
     player = players(track=track(), CanPause=False, CanGoNext=False, CanGoPrevious=False, CanSeek=False)
     now_playing.wait_for(Title="Song")

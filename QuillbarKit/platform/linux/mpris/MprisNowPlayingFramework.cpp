@@ -7,6 +7,7 @@
 
 #include <QPointer>
 
+#include <algorithm>
 #include <utility>
 
 namespace {
@@ -121,8 +122,8 @@ QVariantMap MprisNowPlayingFramework::info()
 
 void MprisNowPlayingFramework::getInfo(InfoCallback callback)
 {
-    if (m_effect || m_cover)
-        m_waiting.push_back(std::move(callback));
+    if (m_effects > 0 || m_cover)
+        m_waiting.push_back({std::move(callback), m_effects});
     else
         answerSoon(std::move(callback));
 }
@@ -132,7 +133,7 @@ void MprisNowPlayingFramework::answerSoon(InfoCallback callback)
     m_mainQueue.async([target = QPointer(this), callback = std::move(callback)] {
         // The track may have changed since.
         if (target && target->m_cover)
-            target->m_waiting.push_back(callback);
+            target->m_waiting.push_back({callback, 0});
         else
             callback(target ? target->info() : QVariantMap());
     });
@@ -140,10 +141,14 @@ void MprisNowPlayingFramework::answerSoon(InfoCallback callback)
 
 void MprisNowPlayingFramework::answerWaiting()
 {
-    if (m_effect || m_cover)
+    if (m_cover)
         return;
-    for (auto& callback : std::exchange(m_waiting, {}))
-        answerSoon(std::move(callback));
+    for (auto& waiting : std::exchange(m_waiting, {})) {
+        if (waiting.effects > 0)
+            m_waiting.push_back(std::move(waiting));
+        else
+            answerSoon(std::move(waiting.callback));
+    }
 }
 
 bool MprisNowPlayingFramework::send(int command)
@@ -154,23 +159,30 @@ bool MprisNowPlayingFramework::send(int command)
     const bool isSent = (command == TogglePlayPause && player->togglePlayPause()) ||
                         (command == NextTrack && player->next()) ||
                         (command == PreviousTrack && player->previous());
-    if (isSent && !m_effect) {
-        m_beforeCommand = player->properties();
-        after(effectSeconds, m_effect, &MprisNowPlayingFramework::handleEffect);
+    if (isSent) {
+        m_beforeEffect = player->properties();
+        ++m_effects;
+        awaitEffect();
     }
     return isSent;
 }
 
-void MprisNowPlayingFramework::after(double seconds, std::shared_ptr<WorkItem>& item,
-                                     void (MprisNowPlayingFramework::*action)())
+void MprisNowPlayingFramework::awaitEffect()
 {
-    item = WorkItem::make([this, action] { (this->*action)(); });
-    m_mainQueue.asyncAfter(seconds, item);
+    if (m_effect)
+        m_effect->cancel();
+    m_effect = WorkItem::make([this] { handleEffects(m_effects); });
+    m_mainQueue.asyncAfter(effectSeconds, m_effect);
 }
 
-void MprisNowPlayingFramework::handleEffect()
+void MprisNowPlayingFramework::handleEffects(int count)
 {
-    if (const auto item = std::exchange(m_effect, nullptr))
+    m_effects -= count;
+    for (auto& waiting : m_waiting)
+        waiting.effects = std::max(0, waiting.effects - count);
+    if (m_effects > 0)
+        awaitEffect();
+    else if (const auto item = std::exchange(m_effect, nullptr))
         item->cancel();
     answerWaiting();
 }
@@ -188,12 +200,18 @@ void MprisNowPlayingFramework::handleChange()
     const bool begins = m_artwork.follow(player ? player->properties().track : std::nullopt,
                                          player ? player->owner() : QString(), player ? player->pid() : 0);
     // Not put off by the next track: one that changes faster than covers come is shown without.
-    if (begins && m_artwork.isReading() && !m_cover)
-        after(coverSeconds, m_cover, &MprisNowPlayingFramework::handleCover);
-    else if (!m_artwork.isReading())
+    if (begins && m_artwork.isReading() && !m_cover) {
+        m_cover = WorkItem::make([this] { handleCover(); });
+        m_mainQueue.asyncAfter(coverSeconds, m_cover);
+    }
+    if (!m_artwork.isReading())
         handleCover();
-    if (m_effect && (!player || player->properties() != m_beforeCommand))
-        handleEffect();
+    if (!player) {
+        handleEffects(m_effects);
+    } else if (m_effects > 0 && player->properties() != m_beforeEffect) {
+        m_beforeEffect = player->properties();
+        handleEffects(1);
+    }
     post(infoDidChange);
     const bool isPlaying = player && player->properties().isPlaying();
     if (std::exchange(m_isPlaying, isPlaying) != isPlaying)
