@@ -95,6 +95,7 @@ Item {
 
         MediaEmptyState {
             anchors.centerIn: parent
+            anchors.verticalCenterOffset: (root.topPadding - root.bottomPadding) / 2
         }
     }
 

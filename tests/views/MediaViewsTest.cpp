@@ -24,6 +24,21 @@ TEST_F(MediaViewsTest, WithoutASnapshotTheyTellThatNothingPlays)
     EXPECT_TRUE(QTest::qWaitFor([&] { return texts() == QStringList{u"Nothing playing"_qs}; }));
 }
 
+TEST_F(MediaViewsTest, TheEmptyStateStandsInTheMiddleOfWhatTheMarginsLeave)
+{
+    launchOpen();
+    const auto offset = [&] {
+        const auto middle = place(ofFile(u"MediaEmptyState"_qs)).center();
+        return (middle - place(ofFile(u"MediaExpandedView"_qs)).center()).y();
+    };
+    // 4 above and 22 below.
+    EXPECT_NEAR(offset(), -9, 0.5);
+    setCover(Settings::MediaArtPosition::Corner, Settings::MediaArtSize::Medium);
+    settle();
+    // 6 above and 18 below.
+    EXPECT_NEAR(offset(), -6, 0.5);
+}
+
 TEST_F(MediaViewsTest, ATrackShowsItsTitleArtistTimesAndControls)
 {
     launchOpen(track());
