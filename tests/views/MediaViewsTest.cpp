@@ -244,6 +244,25 @@ TEST_F(MediaViewsTest, WhilePlayingTheBarsSwingAndPausedTheyAreAFlatLine)
     EXPECT_TRUE(QTest::qWaitFor([&] { return bars() == QList<double>(4, 4.0); }));
 }
 
+TEST_F(MediaViewsTest, ASwingOfTheBarsTakesTheSameTimeInTheDrawerAndBesideTheNotch)
+{
+    const auto swing = [&] {
+        const auto found = ofType("WaveformBars");
+        if (found.size() != 1)
+            return 0;
+        int milliseconds = 0;
+        for (const auto* child : found.first()->children()) {
+            if (child->property("interval").isValid())
+                milliseconds = child->property("interval").toInt() * found.first()->property("steps").toInt();
+        }
+        return milliseconds;
+    };
+    launchOpen(track());
+    EXPECT_EQ(swing(), 450);
+    close();
+    EXPECT_EQ(swing(), 450);
+}
+
 TEST_F(MediaViewsTest, ASnapshotLikeTheOneBeforeChangesNothingInSight)
 {
     auto paused = track();
