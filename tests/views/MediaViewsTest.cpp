@@ -129,6 +129,16 @@ TEST_F(MediaViewsTest, ThePositionFollowsTheClockAndStandsStillWhilePaused)
     EXPECT_EQ(scrubber()->property("elapsedText"), u"1:00"_qs);
 }
 
+TEST_F(MediaViewsTest, ThePositionOfATrackThatRunsBackwardsIsFollowedToo)
+{
+    auto playing = track();
+    playing.playbackRate = -1;
+    launchOpen(playing);
+    EXPECT_NE(control(u"Play"_qs), nullptr);
+    clock.advance(10);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return scrubber()->property("elapsedText") == u"0:40"_qs; }));
+}
+
 TEST_F(MediaViewsTest, ADragMovesTheTimesAndItsEndSeeks)
 {
     launchOpen(track());
