@@ -9,10 +9,9 @@ from harness.clipboard_panel import ClipboardPanel
 from harness.desktop import Desktop
 from harness.helper import Helper
 from harness.history import History
+from harness.players import FakePlayer, NowPlaying
 from harness.sway import SwayDesktop
 from harness.tray import Bar
-from harness.players import FakePlayer, NowPlaying
-
 
 PHASE_SECONDS = 60
 
