@@ -29,6 +29,8 @@ class MediaContent : public QObject
     Q_PROPERTY(QString title READ title NOTIFY changed)
     Q_PROPERTY(QString artist READ artist NOTIFY changed)
     Q_PROPERTY(bool isPlaying READ isPlaying NOTIFY changed)
+    /// Whether the position moves by itself, forwards or backwards.
+    Q_PROPERTY(bool isMoving READ isMoving NOTIFY changed)
     /// In seconds; 0 when unknown.
     Q_PROPERTY(double duration READ duration NOTIFY changed)
     Q_PROPERTY(bool shuffle READ shuffle NOTIFY changed)
@@ -48,7 +50,8 @@ class MediaContent : public QObject
     /// own is decoded.
     Q_PROPERTY(QVariant cover READ cover NOTIFY coverChanged)
     Q_PROPERTY(QVariant smallCover READ smallCover NOTIFY coverChanged)
-    /// Differs when the cover or the track it belongs to does. Told before the cover.
+    /// The trackKey of the track that the cover, or its absence, is of. Stays when the same track gets
+    /// another cover. Told before the cover.
     Q_PROPERTY(QString coverKey READ coverKey NOTIFY coverKeyChanged)
     /// Device pixels a point where covers are shown. 0 until a view tells; before that none is decoded.
     Q_PROPERTY(double scale READ scale WRITE setScale NOTIFY scaleChanged)
@@ -77,6 +80,7 @@ public:
     QString title() const { return m_shown.title; }
     QString artist() const { return m_shown.artist; }
     bool isPlaying() const { return m_hasMedia && m_shown.isPlaying(); }
+    bool isMoving() const { return m_hasMedia && m_shown.playbackRate != 0; }
     double duration() const { return m_shown.duration; }
     bool shuffle() const { return m_shown.shuffle; }
     RepeatMode repeatMode() const { return m_shown.repeatMode; }

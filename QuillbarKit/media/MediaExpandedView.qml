@@ -55,7 +55,7 @@ Item {
     Timer {
         interval: 500
         repeat: true
-        running: root.visible && root.content.isPlaying
+        running: root.visible && root.content.isMoving
         onTriggered: root.content.readPosition()
     }
 
@@ -95,6 +95,7 @@ Item {
 
         MediaEmptyState {
             anchors.centerIn: parent
+            anchors.verticalCenterOffset: (root.topPadding - root.bottomPadding) / 2
         }
     }
 

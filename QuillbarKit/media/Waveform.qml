@@ -7,8 +7,8 @@ WaveformBars {
 
     required property bool isPlaying
     // How many drawn steps a swing one way takes. Beside the closed notch they show all day: as few as the eye
-    // takes for a movement.
-    property int steps: 12
+    // takes for a movement. A timer counts whole milliseconds: of these steps a swing has a whole number.
+    property int steps: 10
     readonly property int swingMilliseconds: 450
 
     liveliness: isPlaying ? 1 : 0

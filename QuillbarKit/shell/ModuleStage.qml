@@ -50,7 +50,8 @@ Item {
             }
 
             Connections {
-                // A cover in a corner takes the whole drawer.
+                // With its cover in a corner the media module takes the whole drawer, and the registry tells
+                // nothing of that: every view asks anew.
                 function onMediaArtPositionChanged() {
                     host.readLayout();
                 }

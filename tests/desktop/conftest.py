@@ -9,9 +9,9 @@ from harness.clipboard_panel import ClipboardPanel
 from harness.desktop import Desktop
 from harness.helper import Helper
 from harness.history import History
+from harness.players import FakePlayer, NowPlaying
 from harness.sway import SwayDesktop
 from harness.tray import Bar
-
 
 PHASE_SECONDS = 60
 
@@ -129,3 +129,24 @@ def bar(desktop):
 def quillbar(desktop):
     """Quillbar on that desktop, its panel on the screen."""
     return desktop.launch()
+
+
+@pytest.fixture
+def players(desktop):
+    """Starts fake players by the arguments of FakePlayer."""
+    running = []
+
+    def start(*arguments, **options):
+        running.append(FakePlayer(desktop, *arguments, **options))
+        return running[-1]
+
+    yield start
+    for player in running:
+        player.kill()
+
+
+@pytest.fixture
+def now_playing(desktop):
+    helper = NowPlaying(desktop)
+    yield helper
+    helper.close()

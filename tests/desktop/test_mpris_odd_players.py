@@ -1,41 +1,12 @@
 """Players that do what some have been seen to do: odd values, silence, floods, hanging, two at once."""
 
-import base64
-import hashlib
-import http.server
 import signal
-import threading
 import time
 
 import pytest
 
-from harness.players import NEXT, PLAY_PAUSE, PREVIOUS, FakePlayer, NowPlaying, track
+from harness.players import NEXT, PLAY_PAUSE, PREVIOUS, NowPlaying, track
 from harness.waiting import wait_until
-
-
-@pytest.fixture
-def players(desktop):
-    """Starts fake players by the arguments of FakePlayer."""
-    running = []
-
-    def start(*arguments, **options):
-        running.append(FakePlayer(desktop, *arguments, **options))
-        return running[-1]
-
-    yield start
-    for player in running:
-        player.kill()
-
-
-@pytest.fixture
-def now_playing(desktop):
-    helper = NowPlaying(desktop)
-    yield helper
-    helper.close()
-
-
-def digest(data):
-    return hashlib.md5(data).hexdigest()
 
 
 # -- what a player says of its track ---------------------------------------------------------
@@ -208,6 +179,24 @@ def test_commands_arrive_and_their_effect_is_in_the_next_answer(players, now_pla
     assert [call[0] for call in player.calls] == ["PlayPause", "PlayPause", "Next", "Previous"]
 
 
+def test_an_answer_shows_the_effect_of_the_last_of_several_commands(players, now_playing):
+    options = {"following": [track("Next")], "delays": {"Next": 0.05, "PlayPause": 0.15}}
+    players(track=track(), options=options)
+    now_playing.wait_for(Title="Song", PlaybackRate=1)
+    assert now_playing.command(NEXT) and now_playing.command(PLAY_PAUSE)
+    info = now_playing.info
+    assert (info["Title"], info["PlaybackRate"]) == ("Next", 0)
+
+
+def test_a_command_without_effect_takes_no_time_from_the_next(players, now_playing):
+    players(track=track(), options={"delays": {"PlayPause": 0.1}})
+    now_playing.wait_for(PlaybackRate=1)
+    assert now_playing.command(PREVIOUS)
+    time.sleep(0.18)  # so that the first command's time is over before the second has its effect
+    assert now_playing.command(PLAY_PAUSE)
+    assert now_playing.info["PlaybackRate"] == 0
+
+
 def test_what_a_player_cant_is_not_asked_for(players, now_playing):
     player = players(track=track(), CanPause=False, CanGoNext=False, CanGoPrevious=False, CanSeek=False)
     now_playing.wait_for(Title="Song")
@@ -294,54 +283,6 @@ def test_polls_of_a_player_cost_it_little(players, now_playing):
     for _ in range(200):
         now_playing.info
     assert sum(player.reads.values()) - before <= 2
-
-
-# -- cover -----------------------------------------------------------------------------------
-
-
-def test_covers_come_from_files_and_addresses(players, now_playing, desktop):
-    cover = desktop.home / "cover file#1"
-    cover.write_bytes(b"one")
-    player = players(track=track(mpris_artUrl=cover.as_uri()))
-    now_playing.wait_for(artworkHash=digest(b"one"))
-    player.set(Metadata=track("Bare", mpris_artUrl=str(cover)))
-    now_playing.wait_for(Title="Bare", artworkHash=digest(b"one"))
-    data = "data:image/png;base64," + base64.b64encode(b"two").decode()
-    player.set(Metadata=track("Data", mpris_artUrl=data))
-    now_playing.wait_for(Title="Data", artworkHash=digest(b"two"))
-    player.set(Metadata=track("None", mpris_artUrl="file:///nowhere"))
-    now_playing.wait_for(Title="None", artworkHash=None)
-
-
-def test_the_same_file_holds_the_next_tracks_cover(players, now_playing, desktop):
-    cover = desktop.home / "cover"
-    cover.write_bytes(b"one")
-    player = players(track=track(mpris_artUrl=cover.as_uri()))
-    now_playing.wait_for(artworkHash=digest(b"one"))
-    cover.write_bytes(b"two")
-    player.set(Metadata=track("Next", mpris_artUrl=cover.as_uri()))
-    now_playing.wait_for(Title="Next", artworkHash=digest(b"two"))
-
-
-def test_covers_come_from_the_web(players, now_playing):
-    class Page(http.server.BaseHTTPRequestHandler):
-        def do_GET(self):
-            self.send_response(200)
-            self.end_headers()
-            self.wfile.write(b"cover of " + self.path.encode())
-
-        def log_message(self, *unused):
-            pass
-
-    server = http.server.HTTPServer(("127.0.0.1", 0), Page)
-    threading.Thread(target=server.serve_forever, daemon=True).start()
-    try:
-        address = f"http://127.0.0.1:{server.server_port}/a"
-        players(track=track(mpris_artUrl=address))
-        now_playing.wait_for(artworkHash=digest(b"cover of /a"))
-    finally:
-        server.shutdown()
-        server.server_close()
 
 
 # -- the bus ---------------------------------------------------------------------------------

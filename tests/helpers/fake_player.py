@@ -59,6 +59,8 @@ class Options:
     obeys = True
     hangs = False  # answers no reading at all
     position_type = "x"
+    delays = {}  # seconds after which it does what a method asks for, by the method's name
+    following = []  # the metadata of the tracks to which Next goes, one after the other
 
 
 def value_of(value):
@@ -179,7 +181,7 @@ class Player(dbus.service.Object):
     def PlayPause(self):
         self.record("PlayPause")
         is_playing = self.values.get("PlaybackStatus") == "Playing"
-        self.obey({"PlaybackStatus": "Paused" if is_playing else "Playing"})
+        self.obey({"PlaybackStatus": "Paused" if is_playing else "Playing"}, after="PlayPause")
 
     @dbus.service.method(PLAYER)
     def Play(self):
@@ -191,13 +193,18 @@ class Player(dbus.service.Object):
         self.record("Pause")
         self.obey({"PlaybackStatus": "Paused"})
 
-    def obey(self, values):
-        if self.options.obeys:
+    def obey(self, values, after=None):
+        delay = self.options.delays.get(after, 0)
+        if self.options.obeys and delay:
+            GLib.timeout_add(round(1000 * delay), lambda: self.change(values))
+        elif self.options.obeys:
             self.change(values)
 
     @dbus.service.method(PLAYER)
     def Next(self):
         self.record("Next")
+        if self.options.following:
+            self.obey({"Metadata": self.options.following.pop(0)}, after="Next")
 
     @dbus.service.method(PLAYER)
     def Previous(self):

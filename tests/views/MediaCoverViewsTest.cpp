@@ -132,6 +132,18 @@ TEST_F(MediaCoverViewsTest, ClosedCoverAndBarsStandBesideTheNotch)
     EXPECT_THAT(ofType("WaveformBars"), ElementsAre());
 }
 
+TEST_F(MediaCoverViewsTest, NothingGlowsBehindAnotherModuleWithoutAPalette)
+{
+    launch();
+    play(track());
+    panelState.setActiveModuleID(u"other"_qs);
+    panelState.setIsOpen(true);
+    settle();
+    EXPECT_FALSE(glow()->isVisible());
+    EXPECT_EQ(at({300, 2}), QColor(Qt::black));
+    EXPECT_EQ(at({300, 30}), QColor(Qt::black));
+}
+
 TEST_F(MediaCoverViewsTest, ThePaletteGlowsOnlyBehindTheOpenMediaModule)
 {
     auto playing = track();

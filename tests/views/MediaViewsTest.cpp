@@ -24,6 +24,21 @@ TEST_F(MediaViewsTest, WithoutASnapshotTheyTellThatNothingPlays)
     EXPECT_TRUE(QTest::qWaitFor([&] { return texts() == QStringList{u"Nothing playing"_qs}; }));
 }
 
+TEST_F(MediaViewsTest, TheEmptyStateStandsInTheMiddleOfWhatTheMarginsLeave)
+{
+    launchOpen();
+    const auto offset = [&] {
+        const auto middle = place(ofFile(u"MediaEmptyState"_qs)).center();
+        return (middle - place(ofFile(u"MediaExpandedView"_qs)).center()).y();
+    };
+    // 4 above and 22 below.
+    EXPECT_NEAR(offset(), -9, 0.5);
+    setCover(Settings::MediaArtPosition::Corner, Settings::MediaArtSize::Medium);
+    settle();
+    // 6 above and 18 below.
+    EXPECT_NEAR(offset(), -6, 0.5);
+}
+
 TEST_F(MediaViewsTest, ATrackShowsItsTitleArtistTimesAndControls)
 {
     launchOpen(track());
@@ -112,6 +127,16 @@ TEST_F(MediaViewsTest, ThePositionFollowsTheClockAndStandsStillWhilePaused)
     clock.advance(10);
     settle();
     EXPECT_EQ(scrubber()->property("elapsedText"), u"1:00"_qs);
+}
+
+TEST_F(MediaViewsTest, ThePositionOfATrackThatRunsBackwardsIsFollowedToo)
+{
+    auto playing = track();
+    playing.playbackRate = -1;
+    launchOpen(playing);
+    EXPECT_NE(control(u"Play"_qs), nullptr);
+    clock.advance(10);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return scrubber()->property("elapsedText") == u"0:40"_qs; }));
 }
 
 TEST_F(MediaViewsTest, ADragMovesTheTimesAndItsEndSeeks)
@@ -227,6 +252,25 @@ TEST_F(MediaViewsTest, WhilePlayingTheBarsSwingAndPausedTheyAreAFlatLine)
     playing.playbackRate = 0;
     play(playing);
     EXPECT_TRUE(QTest::qWaitFor([&] { return bars() == QList<double>(4, 4.0); }));
+}
+
+TEST_F(MediaViewsTest, ASwingOfTheBarsTakesTheSameTimeInTheDrawerAndBesideTheNotch)
+{
+    const auto swing = [&] {
+        const auto found = ofType("WaveformBars");
+        if (found.size() != 1)
+            return 0;
+        int milliseconds = 0;
+        for (const auto* child : found.first()->children()) {
+            if (child->property("interval").isValid())
+                milliseconds = child->property("interval").toInt() * found.first()->property("steps").toInt();
+        }
+        return milliseconds;
+    };
+    launchOpen(track());
+    EXPECT_EQ(swing(), 450);
+    close();
+    EXPECT_EQ(swing(), 450);
 }
 
 TEST_F(MediaViewsTest, ASnapshotLikeTheOneBeforeChangesNothingInSight)

@@ -158,6 +158,9 @@ TEST_F(MediaModuleTest, TheCoverBeforeStaysUntilTheNextIsDecodedAndGoesAtOnceWit
     source.emit(track(u"C"_qs));
     EXPECT_TRUE(content.cover().value<QImage>().isNull());
     EXPECT_EQ(content.coverKey(), u"C||");
+    play(track(u"C"_qs, QByteArray("three")));
+    EXPECT_FALSE(content.cover().value<QImage>().isNull());
+    EXPECT_EQ(content.coverKey(), u"C||");
 }
 
 TEST_F(MediaModuleTest, OfTracksSkippedInHasteOnlyTheLastCoverIsDecoded)

@@ -18,6 +18,10 @@ protected:
     MprisArtworkTest()
     {
         QObject::connect(&artwork, &MprisArtwork::changed, &artwork, [this] { ++changes; });
+        QObject::connect(&artwork, &MprisArtwork::readingEnded, &artwork, [this] {
+            EXPECT_FALSE(artwork.isReading());
+            ++endings;
+        });
     }
 
     static MprisMetadata track(const QString& title, const QString& artUrl)
@@ -55,6 +59,7 @@ protected:
     FakeHttpSession session;
     MprisArtwork artwork{mainQueue, background, session};
     int changes = 0;
+    int endings = 0;
 };
 } // namespace
 
@@ -128,6 +133,39 @@ TEST_F(MprisArtworkTest, WhatArrivesForTheTrackBeforeIsDropped)
     settle();
     EXPECT_EQ(artwork.bytes(), QByteArray());
     EXPECT_EQ(changes, 0);
+}
+
+TEST_F(MprisArtworkTest, AReadingEndsWithACoverOrWithout)
+{
+    write("one");
+    const auto missing = QStringLiteral("file:///nowhere");
+    const auto broken = QStringLiteral("data:");
+    const auto away = QStringLiteral("https://example.org/none");
+    session.isHeld = true;
+    int ended = 0;
+    for (const auto& address : {path(), missing, broken, away}) {
+        follow(QStringLiteral("Song"), address);
+        EXPECT_TRUE(artwork.isReading()) << address.toStdString();
+        EXPECT_EQ(endings, ended++);
+        settle();
+        session.answer();
+        EXPECT_FALSE(artwork.isReading()) << address.toStdString();
+        EXPECT_EQ(endings, ended);
+    }
+    mainQueue.advance(60);
+    settle();
+    EXPECT_EQ(endings, ended) << "later looks at a file are no reading of a new cover";
+}
+
+TEST_F(MprisArtworkTest, ATrackWithoutAnAddressIsNotRead)
+{
+    write("one");
+    follow(QStringLiteral("First"), path());
+    follow(QStringLiteral("Second"), QString());
+    EXPECT_FALSE(artwork.isReading());
+    follow(QStringLiteral("Third"), path());
+    artwork.follow(std::nullopt, QString(), 0);
+    EXPECT_FALSE(artwork.isReading());
 }
 
 TEST_F(MprisArtworkTest, TheWebIsAskedOnceAnAlbum)

@@ -178,6 +178,48 @@ TEST(QtImageCodec, AFrameSmallerThanItsPictureIsPartOfIt)
     EXPECT_EQ(codec.thumbnail(gif, 20)->size(), QSize(20, 20));
 }
 
+TEST(QtImageCodec, PicturesWithAColourTableKeepTheirColours)
+{
+    for (const auto format : {QImage::Format_Mono, QImage::Format_MonoLSB, QImage::Format_Indexed8}) {
+        for (const auto* file : {"png", "bmp"}) {
+            QImage image(64, 64, format);
+            image.setColorTable({qRgb(255, 0, 0), qRgb(0, 0, 255)});
+            for (int y = 0; y < 64; ++y) {
+                for (int x = 0; x < 64; ++x)
+                    image.setPixel(x, y, x < 32 ? 0U : 1U);
+            }
+            for (const int side : {16, 64}) {
+                const auto thumbnail = codec.thumbnail(PictureFiles::encoded(file, image), side);
+                ASSERT_TRUE(thumbnail);
+                EXPECT_EQ(thumbnail->size(), QSize(side, side));
+                EXPECT_EQ(thumbnail->pixelColor(2, 2), QColor(Qt::red)) << file << format << " " << side;
+                EXPECT_EQ(thumbnail->pixelColor(side - 3, 2), QColor(Qt::blue)) << file << format;
+            }
+        }
+    }
+}
+
+TEST(QtImageCodec, TheShadesOfASmallPictureLieBetweenTheColoursOfItsTable)
+{
+    QImage image(64, 64, QImage::Format_Mono);
+    image.setColorTable({qRgb(255, 0, 0), qRgb(0, 0, 0)});
+    for (int y = 0; y < 64; ++y) {
+        for (int x = 0; x < 64; ++x)
+            image.setPixel(x, y, static_cast<uint>((x + y) % 2));
+    }
+    const auto colour = codec.thumbnail(PictureFiles::encoded("png", image), 16)->pixelColor(8, 8);
+    EXPECT_NEAR(colour.red(), 128, 10);
+    EXPECT_EQ(colour.green(), 0);
+    EXPECT_EQ(colour.blue(), 0);
+}
+
+TEST(QtImageCodec, APictureOfOneBitAPixelCountsItsPixelsLikeAnyOther)
+{
+    QImage image(60, 31, QImage::Format_Mono);
+    image.fill(0);
+    EXPECT_FALSE(QtImageCodec(60 * 30).thumbnail(PictureFiles::encoded("png", image), 10));
+}
+
 TEST(QtImageCodec, TheLargestAreaIsTheLargestDecoded)
 {
     const QtImageCodec small(60 * 30);

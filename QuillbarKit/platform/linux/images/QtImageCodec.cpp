@@ -40,6 +40,20 @@ QSize fitting(const QSize& size, int maxPixels)
     return QSizeF(size).scaled(maxPixels, maxPixels, Qt::KeepAspectRatio).toSize().expandedTo(QSize(1, 1));
 }
 
+/// Whether the pixels are numbers of colours, between which nothing lies: scaled as they are, such pictures
+/// lose their colours or the shades between them.
+bool hasColourTable(QImage::Format format)
+{
+    return format == QImage::Format_Mono || format == QImage::Format_MonoLSB ||
+           format == QImage::Format_Indexed8;
+}
+
+/// What is drawn without a conversion each time, and no more than four bytes a pixel.
+void makeDrawable(QImage& image)
+{
+    image.convertTo(image.hasAlphaChannel() ? QImage::Format_ARGB32_Premultiplied : QImage::Format_RGB32);
+}
+
 /// A reader over bytes in memory.
 struct Reader
 {
@@ -96,16 +110,18 @@ std::optional<QImage> QtImageCodec::thumbnail(const QByteArray& file, int maxPix
     if (maxPixels < 1 || !isDecodable(size))
         return std::nullopt;
     // The limit is a square, so it holds before the turn as well as after it.
-    if (const auto scaled = fitting(size, maxPixels); scaled != size)
+    if (const auto scaled = fitting(size, maxPixels);
+        scaled != size && !hasColourTable(source.reader.imageFormat()))
         source.reader.setScaledSize(scaled);
     auto image = source.reader.read();
-    if (image.isNull())
-        return std::nullopt;
     // A broken file may hold more than its header tells.
+    if (!isDecodable(image.size()))
+        return std::nullopt;
+    if (hasColourTable(image.format()))
+        makeDrawable(image);
     if (const auto scaled = fitting(image.size(), maxPixels); scaled != image.size())
         image = image.scaled(scaled, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
-    // What is drawn without a conversion each time, and no more than four bytes a pixel.
-    image.convertTo(image.hasAlphaChannel() ? QImage::Format_ARGB32_Premultiplied : QImage::Format_RGB32);
+    makeDrawable(image);
     return image;
 }
 

@@ -7,6 +7,7 @@
 #include <QPointer>
 
 #include <array>
+#include <utility>
 
 namespace {
 /// When a track's file is looked at again, in seconds after the look before: some players announce a cover
@@ -37,25 +38,26 @@ MprisArtwork::~MprisArtwork()
         m_nextLook->cancel();
 }
 
-void MprisArtwork::follow(const std::optional<MprisMetadata>& track, const QString& owner, qint64 pid)
+bool MprisArtwork::follow(const std::optional<MprisMetadata>& track, const QString& owner, qint64 pid)
 {
     auto wanted = track;
     if (wanted)
         wanted->length = 0; // becomes known later, and is nothing to tell tracks apart by
     if (wanted == m_track && owner == m_owner)
-        return;
+        return false;
     const bool keeps = wanted && m_track && owner == m_owner && sharesCover(*wanted, *m_track);
     m_track = wanted;
     m_owner = owner;
     if (keeps)
-        return;
+        return false;
     ++m_generation;
     m_bytes.clear();
     if (m_nextLook)
         m_nextLook->cancel();
-    if (!m_track)
-        return;
-    const auto& address = m_track->artUrl;
+    const auto address = m_track ? m_track->artUrl : QString();
+    m_isReading = !address.isEmpty();
+    if (!m_isReading)
+        return false;
     m_places = MprisArtworkFile::places(address, pid);
     m_stamp = {};
     m_looks = 0;
@@ -63,8 +65,9 @@ void MprisArtwork::follow(const std::optional<MprisMetadata>& track, const QStri
         readFile();
     else if (isOnTheWeb(address))
         fetch(QUrl(address));
-    else if (!address.isEmpty())
+    else
         readData(address);
+    return true;
 }
 
 void MprisArtwork::readFile()
@@ -75,10 +78,9 @@ void MprisArtwork::readFile()
         mainQueue.async([target, generation, contents] {
             if (!target || generation != target->m_generation)
                 return;
-            if (contents) {
+            if (contents)
                 target->m_stamp = contents->stamp;
-                target->finish(generation, contents->bytes);
-            }
+            target->finish(generation, contents ? std::optional(contents->bytes) : std::nullopt);
             target->readFileLater();
         });
     });
@@ -113,14 +115,21 @@ QCoro::Task<> MprisArtwork::fetch(QUrl address)
     request.resourceTimeout = 30;
     request.bodyLimit = MprisArtworkFile::largest;
     const auto response = co_await m_session.get(request);
-    if (target && response && response->status == 200 && !response->isCut)
-        finish(generation, response->body);
+    if (!target)
+        co_return;
+    const bool isWhole = response && response->status == 200 && !response->isCut;
+    finish(generation, isWhole ? std::optional(response->body) : std::nullopt);
 }
 
-void MprisArtwork::finish(int generation, const QByteArray& bytes)
+void MprisArtwork::finish(int generation, const std::optional<QByteArray>& bytes)
 {
-    if (generation != m_generation || bytes == m_bytes)
+    if (generation != m_generation)
         return;
-    m_bytes = bytes;
-    Q_EMIT changed();
+    const bool wasReading = std::exchange(m_isReading, false);
+    if (bytes && *bytes != m_bytes) {
+        m_bytes = *bytes;
+        Q_EMIT changed();
+    }
+    if (wasReading)
+        Q_EMIT readingEnded();
 }

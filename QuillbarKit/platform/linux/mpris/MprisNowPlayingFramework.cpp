@@ -7,6 +7,7 @@
 
 #include <QPointer>
 
+#include <algorithm>
 #include <utility>
 
 namespace {
@@ -16,6 +17,9 @@ const auto isPlayingDidChange =
 
 /// How long whoever asks right after a command waits for the player to follow it, in seconds.
 constexpr double effectSeconds = 0.25;
+/// How long whoever asks after a change of track waits for its cover, in seconds: one from a file comes in
+/// time, so that nobody sees the track without it.
+constexpr double coverSeconds = 0.25;
 
 enum Command { TogglePlayPause = 2, NextTrack = 4, PreviousTrack = 5 };
 
@@ -35,6 +39,7 @@ MprisNowPlayingFramework::MprisNowPlayingFramework(HttpSession& session, MainQue
     m_registry = std::make_unique<MprisRegistry>(mainQueue, m_background, clock);
     connect(m_registry.get(), &MprisRegistry::changed, this, &MprisNowPlayingFramework::handleChange);
     connect(&m_artwork, &MprisArtwork::changed, this, [this] { post(infoDidChange); });
+    connect(&m_artwork, &MprisArtwork::readingEnded, this, &MprisNowPlayingFramework::handleCover);
 
     m_symbols[QStringLiteral("MRMediaRemoteGetNowPlayingInfo")] =
         GetInfo([this](InfoCallback callback) { getInfo(std::move(callback)); });
@@ -57,8 +62,10 @@ MprisNowPlayingFramework::MprisNowPlayingFramework(HttpSession& session, MainQue
 
 MprisNowPlayingFramework::~MprisNowPlayingFramework()
 {
-    if (m_effect)
-        m_effect->cancel();
+    for (const auto& item : {m_effect, m_cover}) {
+        if (item)
+            item->cancel();
+    }
 }
 
 const RunningPlayers* MprisNowPlayingFramework::players() const
@@ -115,13 +122,33 @@ QVariantMap MprisNowPlayingFramework::info()
 
 void MprisNowPlayingFramework::getInfo(InfoCallback callback)
 {
-    if (m_effect) {
-        m_waiting.push_back(std::move(callback));
-        return;
-    }
+    if (m_effects > 0 || m_cover)
+        m_waiting.push_back({std::move(callback), m_effects});
+    else
+        answerSoon(std::move(callback));
+}
+
+void MprisNowPlayingFramework::answerSoon(InfoCallback callback)
+{
     m_mainQueue.async([target = QPointer(this), callback = std::move(callback)] {
-        callback(target ? target->info() : QVariantMap());
+        // The track may have changed since.
+        if (target && target->m_cover)
+            target->m_waiting.push_back({callback, 0});
+        else
+            callback(target ? target->info() : QVariantMap());
     });
+}
+
+void MprisNowPlayingFramework::answerWaiting()
+{
+    if (m_cover)
+        return;
+    for (auto& waiting : std::exchange(m_waiting, {})) {
+        if (waiting.effects > 0)
+            m_waiting.push_back(std::move(waiting));
+        else
+            answerSoon(std::move(waiting.callback));
+    }
 }
 
 bool MprisNowPlayingFramework::send(int command)
@@ -132,31 +159,59 @@ bool MprisNowPlayingFramework::send(int command)
     const bool isSent = (command == TogglePlayPause && player->togglePlayPause()) ||
                         (command == NextTrack && player->next()) ||
                         (command == PreviousTrack && player->previous());
-    if (isSent && !m_effect) {
-        m_beforeCommand = player->properties();
-        m_effect = WorkItem::make([this] { answerWaiting(); });
-        m_mainQueue.asyncAfter(effectSeconds, m_effect);
+    if (isSent) {
+        m_beforeEffect = player->properties();
+        ++m_effects;
+        awaitEffect();
     }
     return isSent;
 }
 
-void MprisNowPlayingFramework::answerWaiting()
+void MprisNowPlayingFramework::awaitEffect()
 {
-    if (!m_effect)
-        return;
-    m_effect->cancel();
-    m_effect.reset();
-    for (auto& callback : std::exchange(m_waiting, {}))
-        getInfo(std::move(callback));
+    if (m_effect)
+        m_effect->cancel();
+    m_effect = WorkItem::make([this] { handleEffects(m_effects); });
+    m_mainQueue.asyncAfter(effectSeconds, m_effect);
+}
+
+void MprisNowPlayingFramework::handleEffects(int count)
+{
+    m_effects -= count;
+    for (auto& waiting : m_waiting)
+        waiting.effects = std::max(0, waiting.effects - count);
+    if (m_effects > 0)
+        awaitEffect();
+    else if (const auto item = std::exchange(m_effect, nullptr))
+        item->cancel();
+    answerWaiting();
+}
+
+void MprisNowPlayingFramework::handleCover()
+{
+    if (const auto item = std::exchange(m_cover, nullptr))
+        item->cancel();
+    answerWaiting();
 }
 
 void MprisNowPlayingFramework::handleChange()
 {
     const auto* player = m_registry->current();
-    m_artwork.follow(player ? player->properties().track : std::nullopt, player ? player->owner() : QString(),
-                     player ? player->pid() : 0);
-    if (!player || player->properties() != m_beforeCommand)
-        answerWaiting();
+    const bool begins = m_artwork.follow(player ? player->properties().track : std::nullopt,
+                                         player ? player->owner() : QString(), player ? player->pid() : 0);
+    // Not put off by the next track: one that changes faster than covers come is shown without.
+    if (begins && m_artwork.isReading() && !m_cover) {
+        m_cover = WorkItem::make([this] { handleCover(); });
+        m_mainQueue.asyncAfter(coverSeconds, m_cover);
+    }
+    if (!m_artwork.isReading())
+        handleCover();
+    if (!player) {
+        handleEffects(m_effects);
+    } else if (m_effects > 0 && player->properties() != m_beforeEffect) {
+        m_beforeEffect = player->properties();
+        handleEffects(1);
+    }
     post(infoDidChange);
     const bool isPlaying = player && player->properties().isPlaying();
     if (std::exchange(m_isPlaying, isPlaying) != isPlaying)

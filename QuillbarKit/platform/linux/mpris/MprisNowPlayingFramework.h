@@ -40,10 +40,22 @@ private:
     using Handler = std::function<void()>;
     using InfoCallback = std::function<void(const QVariantMap&)>;
 
+    /// Who has asked and is not answered yet.
+    struct Waiting
+    {
+        InfoCallback callback;
+        /// How many commands' effects the answer is to show besides what is known now.
+        int effects;
+    };
+
     QVariantMap info();
     void getInfo(InfoCallback callback);
     bool send(int command);
     void handleChange();
+    void awaitEffect();
+    void handleEffects(int count);
+    void handleCover();
+    void answerSoon(InfoCallback callback);
     void answerWaiting();
     void post(const QString& name);
 
@@ -54,8 +66,12 @@ private:
     std::map<QString, std::any> m_symbols;
     std::multimap<QString, std::weak_ptr<Handler>> m_observers;
     bool m_isPlaying = false;
-    /// Set while the effect of a command is awaited.
+    /// How many commands' effects are awaited, and until when the next of them is.
+    int m_effects = 0;
     std::shared_ptr<WorkItem> m_effect;
-    MprisProperties m_beforeCommand;
-    std::vector<InfoCallback> m_waiting;
+    /// Set while the cover of a new track is awaited.
+    std::shared_ptr<WorkItem> m_cover;
+    /// What the next effect differs from.
+    MprisProperties m_beforeEffect;
+    std::vector<Waiting> m_waiting;
 };
