@@ -125,7 +125,6 @@ private:
     std::optional<QString> writeTempImage(const QByteArray& data, const QUuid& uuid);
     void showQuickLook();
     void fitQuickLook();
-    ScreenRect quickLookFrame() const;
     void revealQuickLookInTime();
     void quickLookDidResignKey();
     void closeQuickLook();

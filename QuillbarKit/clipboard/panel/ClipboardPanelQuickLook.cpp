@@ -82,7 +82,7 @@ void ClipboardPanelController::showQuickLook()
     auto* view = m_services.makeQuickLookView(*m_quickLookModel);
     connect(view, SIGNAL(closeRequested()), this, SLOT(endQuickLook()));
     m_quickLookWindow->setContentView(view);
-    m_quickLookWindow->setFrame(quickLookFrame(), 0);
+    m_quickLookWindow->setFrame(QuickLookGeometry::factsFrame(m_screenFrame), 0);
     connect(m_quickLookModel, &QuickLookModel::changed, this, &ClipboardPanelController::fitQuickLook);
     view->forceActiveFocus();
     m_quickLookWindow->makeKeyAndOrderFront();
@@ -91,24 +91,20 @@ void ClipboardPanelController::showQuickLook()
 
 void ClipboardPanelController::fitQuickLook()
 {
-    if (m_quickLookModel->state() == QuickLookModel::Loading)
-        return;
-    m_quickLookWindow->setFrame(quickLookFrame(), 1);
-    m_quickLookWindow->redraw();
-}
-
-ScreenRect ClipboardPanelController::quickLookFrame() const
-{
     switch (m_quickLookModel->state()) {
-    case QuickLookModel::Picture:
-        return QuickLookGeometry::pictureFrame(m_screenFrame, m_quickLookModel->pictureSize());
-    case QuickLookModel::Text:
-        return QuickLookGeometry::textFrame(m_screenFrame);
     case QuickLookModel::Loading:
+        return;
+    case QuickLookModel::Picture:
+        m_quickLookWindow->setFrame(
+            QuickLookGeometry::pictureFrame(m_screenFrame, m_quickLookModel->pictureSize()), 1);
+        return;
+    case QuickLookModel::Text:
+        m_quickLookWindow->setFrame(QuickLookGeometry::textFrame(m_screenFrame), 1);
+        return;
     case QuickLookModel::Facts:
-        break;
+        m_quickLookWindow->setFrame(QuickLookGeometry::factsFrame(m_screenFrame), 1);
+        return;
     }
-    return QuickLookGeometry::factsFrame(m_screenFrame);
 }
 
 void ClipboardPanelController::revealQuickLookInTime()

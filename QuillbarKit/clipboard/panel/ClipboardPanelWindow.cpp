@@ -3,8 +3,6 @@
 #include "clipboard/panel/ClipboardPanelGeometry.h"
 #include "platform/WindowServer.h"
 
-#include <QCoreApplication>
-#include <QExposeEvent>
 #include <QKeyEvent>
 #include <QPainterPath>
 #include <QQuickItem>
@@ -89,12 +87,6 @@ void ClipboardPanelWindow::followOutline()
     QPainterPath path;
     path.addRoundedRect(QRectF({}, QSizeF(m_frame.width, m_frame.height) * scale), radius, radius);
     m_windowServer.setOutline(*this, QRegion(path.toFillPolygon().toPolygon()));
-}
-
-void ClipboardPanelWindow::redraw()
-{
-    QExposeEvent event(QRect({}, size()));
-    QCoreApplication::sendEvent(this, &event);
 }
 
 void ClipboardPanelWindow::makeKeyAndOrderFront()

@@ -37,10 +37,6 @@ public:
     /// What is under way, or has been last.
     QVariantAnimation& motion() { return m_animation; }
 
-    /// Draws all of the window at once. After a window has become smaller the toolkit may keep back what it
-    /// draws of a part of it.
-    void redraw();
-
     void makeKeyAndOrderFront();
     void resignKey();
     bool isKey() const { return m_isKey; }
