@@ -39,8 +39,8 @@ class FrameWatch:
     `processes` are those whose waiting for a core each frame tells.
     """
 
-    def __init__(self, display, processes=()):
-        self.connection = connect(display)
+    def __init__(self, display, processes=(), user=None):
+        self.connection = connect(display, user)
         self.processes = [os.getpid(), *(each.pid for each in processes)]
         self.connection.damage_query_version()
         self._drawn = self.connection.extension_event.DamageNotify

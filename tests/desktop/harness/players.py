@@ -86,6 +86,8 @@ class FakePlayer:
             stdin=subprocess.PIPE,
             stdout=subprocess.PIPE,
             text=True,
+            # The bus serves its own user alone.
+            user=session.user.pw_uid if session.user else None,
         )
         self.lines = []
         self._reader = threading.Thread(target=self._read, daemon=True)

@@ -1,0 +1,147 @@
+#!/usr/bin/python3
+"""What following a player costs, and how soon a new track is told, beside playerctl and Waybar.
+
+All three follow the same player at the same time, in one Wayland session. Debian builds Waybar without its module
+for players, so it shows what a playerctl of its own prints, the way its manual tells; the CPU of that one is not
+counted in. First the CPU of each while it plays, a new track now and then, Quillbar closed with its cover and bars
+beside the notch. Then, the player paused so that nothing else is drawn, the time from a new title on the bus to the
+line of the one, the commit of the other's surface, and the first frame of Quillbar's open panel.
+"""
+
+import argparse
+import json
+import os
+import random
+import shlex
+import threading
+import time
+
+from session import FrameWatch, cpu_seconds, tell
+
+from harness.players import FakePlayer, track
+from harness.sway import SwayDesktop
+from harness.waiting import wait_until
+
+FOLLOW = ["playerctl", "--follow", "metadata", "--format", "{{title}}"]
+# Its text and nothing else: no clock, no other module.
+BAR = {"layer": "bottom", "modules-left": ["custom/media"], "custom/media": {"exec": shlex.join(FOLLOW)}}
+# Further apart than the beat on which Quillbar looks, and not in step with it.
+BETWEEN_TRACKS = (2.0, 3.0)
+
+
+class Lines:
+    """When the lines of a growing log came that say `mark`."""
+
+    def __init__(self, process, mark):
+        self.times = []
+        self._mark = mark
+        self._log = open(process.log, errors="replace")
+        threading.Thread(target=self._follow, daemon=True).start()
+
+    def _follow(self):
+        while True:
+            line = self._log.readline()
+            if line and self._mark in line:
+                self.times.append(time.monotonic())
+            elif not line:
+                # A file tells nobody that it has grown.
+                time.sleep(0.0005)
+
+    def first_since(self, began):
+        return wait_until(
+            lambda: next((when for when in self.times if when > began), None), what=self._mark, interval=0.001
+        )
+
+
+class Session(SwayDesktop):
+    def __init__(self):
+        super().__init__()
+        self.player = FakePlayer(self, track=track("Before"), CanPlay=True)
+        config = self.root / "bar.json"
+        config.write_text(json.dumps(BAR))
+        config.chmod(0o644)
+        self.bar_command = ["waybar", "--config", config, "--style", "/dev/null"]
+
+    def play(self, title, **others):
+        """Have the player say so; the time just before."""
+        began = time.monotonic()
+        self.player.set(Metadata=track(title), **others)
+        return began
+
+    def start_followers(self, env=None):
+        return self.start("playerctl", FOLLOW), self.start("waybar", self.bar_command, env)
+
+    def start_closed(self):
+        self.move_pointer(640, 780)
+        app = self.start("quillbar", [self.binary()])
+        wait_until(self.panel.windows, 20.0, "the panel is on the screen")
+        return app
+
+
+def measure_cpu(seconds, every):
+    session = Session()
+    try:
+        app = session.start_closed()
+        followers = session.start_followers()
+        for process in followers:
+            process.wait_until_idle(quiet=1.0, timeout=30.0)
+        before = [cpu_seconds(each.pid) for each in (app, *followers)]
+        began = time.monotonic()
+        number = 0
+        while (left := began + seconds - time.monotonic()) > 0:
+            time.sleep(min(left, every))
+            number += 1
+            session.play(f"Track {number}")
+        took = time.monotonic() - began
+        for process, then in zip((app, *followers), before):
+            spent = cpu_seconds(process.pid) - then
+            print(
+                f"{process.name}: {spent:.2f} s of CPU in {took:.0f} s = {100 * spent / took:.3f} % of a core"
+            )
+    finally:
+        session.close()
+
+
+def measure_latency(count):
+    session = Session()
+    try:
+        app = session.start_closed()
+        playerctl, waybar = session.start_followers({"WAYLAND_DEBUG": "1"})
+        lines, commits = Lines(playerctl, "Track"), Lines(waybar, ".commit()")
+        session.play("Track 0", PlaybackStatus="Paused")
+        session.move_pointer(640, 4)
+        session.panel.wait_until_open()
+        watch = FrameWatch(session.env["DISPLAY"], user=session.user)
+        watch.watch_panel(session)
+        app.wait_until_idle(quiet=1.0, timeout=30.0)
+        told = {"playerctl": [], "Waybar": [], "Quillbar": []}
+        for number in range(1, count + 1):
+            time.sleep(random.uniform(*BETWEEN_TRACKS))
+            watch.forget()
+            began = session.play(f"Track {number}")
+            told["Quillbar"].append((watch.first_frame().here - began) * 1000)
+            told["playerctl"].append((lines.first_since(began) - began) * 1000)
+            told["Waybar"].append((commits.first_since(began) - began) * 1000)
+            watch.frames_until_rest()
+        watch.close()
+        for name, times in told.items():
+            tell(f"{name}, a new track to its title", times, "ms")
+    finally:
+        session.close()
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__)
+    parser.add_argument("--seconds", type=float, default=300, help="of playing for the CPU figures; 0: none")
+    parser.add_argument("--every", type=float, default=20, help="seconds from one track to the next")
+    parser.add_argument("--tracks", type=int, default=30, help="for the times; 0: none")
+    arguments = parser.parse_args()
+    print(f"{os.cpu_count()} cores, load {os.getloadavg()[0]:.1f}")
+    if arguments.seconds:
+        measure_cpu(arguments.seconds, arguments.every)
+    if arguments.tracks:
+        measure_latency(arguments.tracks)
+
+
+if __name__ == "__main__":
+    main()
