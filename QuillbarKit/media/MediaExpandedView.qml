@@ -62,7 +62,8 @@ Item {
     Face {
         id: track
 
-        isShown: root.content.hasMedia
+        isShown: root.content.hasMedia && root.appeared
+        moves: root.visible
 
         CoverView {
             content: root.content
@@ -91,7 +92,8 @@ Item {
     }
 
     Face {
-        isShown: !root.content.hasMedia
+        isShown: !root.content.hasMedia && root.appeared
+        moves: root.visible
 
         MediaEmptyState {
             anchors.centerIn: parent
@@ -101,8 +103,12 @@ Item {
 
     // A track, or none: one fades into the other.
     component Face: Item {
+        id: face
+
         required property bool isShown
-        property real presence: isShown && root.appeared ? 1 : 0
+        // Whether it fades, or changes out of sight.
+        required property bool moves
+        property real presence: isShown ? 1 : 0
 
         anchors.fill: parent
         opacity: presence
@@ -110,7 +116,7 @@ Item {
         enabled: isShown
 
         Behavior on presence {
-            enabled: root.visible
+            enabled: face.moves
 
             NumberAnimation {
                 duration: 300

@@ -27,7 +27,7 @@ Item {
 
             required property int index
             readonly property bool isFront: swap.front === index
-            property string artist: ""
+            property string artist
 
             width: ending.x - 10
             height: row.height

@@ -29,7 +29,6 @@ Item {
 
             width: title.width
             height: title.height
-            text: ""
             font.family: Fonts.text
             font.pixelSize: 15
             font.weight: Font.DemiBold

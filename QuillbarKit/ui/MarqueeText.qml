@@ -5,7 +5,7 @@ import Quillbar
 Item {
     id: root
 
-    required property string text
+    property string text
     property alias font: first.font
     property alias color: first.color
     property real gap: 44
@@ -20,7 +20,7 @@ Item {
     // From the start again; on the next turn, when everything has its new size.
     function restart() {
         animate = false;
-        Qt.callLater(begin);
+        Qt.callLater(begin); // qmllint disable
     }
 
     function begin() {
