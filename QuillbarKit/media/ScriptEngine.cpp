@@ -115,7 +115,7 @@ std::optional<QByteArray> ScriptEngine::artworkData(ScriptedPlayer target, const
         return *known;
 
     if (target == ScriptedPlayer::Music) {
-        if (const auto cover = rawData(PlayerScripts::cover(track.trackID))) {
+        if (auto cover = rawData(PlayerScripts::cover(track.trackID))) {
             if (cover != m_lastCommittedArt) {
                 m_staleReads.remove(key);
                 keep(key, *cover);
