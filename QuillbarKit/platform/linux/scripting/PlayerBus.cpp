@@ -1,6 +1,6 @@
 #include "platform/linux/scripting/PlayerBus.h"
 
-#include "platform/linux/mpris/MprisBus.h"
+#include "platform/linux/dbus/SessionBus.h"
 #include "platform/linux/mpris/MprisMetadataParser.h"
 #include "support/Clock.h"
 
@@ -91,8 +91,7 @@ bool PlayerBus::connect()
     if (!m_connectionName.isEmpty())
         QDBusConnection::disconnectFromBus(m_connectionName);
     m_connectionName.clear();
-    // Without an address to look at, the library would start a bus of its own.
-    if (!MprisBus::isAnnounced())
+    if (!SessionBus::isAnnounced())
         return false;
     m_connectionName = nextConnectionName();
     m_connection = QDBusConnection::connectToBus(QDBusConnection::SessionBus, m_connectionName);
