@@ -1,14 +1,13 @@
 #pragma once
 
+#include "platform/linux/mpris/MprisObject.h"
 #include "platform/linux/mpris/MprisProperties.h"
 #include "platform/linux/mpris/MprisTimeline.h"
 
 #include <QDBusConnection>
-#include <QDBusMessage>
 #include <QObject>
 #include <QVariantMap>
 
-#include <functional>
 #include <memory>
 
 class Clock;
@@ -28,7 +27,7 @@ public:
                 QObject* parent = nullptr);
     ~MprisPlayer() override;
 
-    const QString& owner() const { return m_owner; }
+    const QString& owner() const { return m_object.owner(); }
 
     /// Whether its state is known and it answers.
     bool isAvailable() const { return m_isKnown && m_pendingReads == 0 && m_answers; }
@@ -59,20 +58,14 @@ Q_SIGNALS:
     /// Anything but the position's natural course has changed.
     void changed();
 
-private Q_SLOTS:
-    void handlePropertiesChanged(const QString& interface, const QVariantMap& values,
-                                 const QStringList& withoutValues);
-    void handleSeeked(const QDBusMessage& signal);
-
 private:
-    using Answer = std::function<void(const QDBusMessage&)>;
-
     MprisTimeline::Moment now() const;
     void readAll();
     void handleRead();
     void readPosition();
-    void call(const QDBusMessage& message, Answer answer);
-    void command(const QString& method, const QVariantList& arguments = {});
+    void handlePosition(double position, double asked);
+    void handleChange(const QVariantMap& values, bool others);
+    void handleSeeked(double position);
     void applySoon();
     void apply();
     void followTrack(const MprisProperties& former);
@@ -80,8 +73,7 @@ private:
     void retryLater();
     void after(double seconds, std::shared_ptr<WorkItem>& item, void (MprisPlayer::*action)());
 
-    QDBusConnection m_bus;
-    const QString m_owner;
+    MprisObject m_object;
     MainQueue& m_mainQueue;
     const Clock& m_clock;
 
