@@ -15,6 +15,8 @@ constexpr double shortestRetry = 0.5;
 constexpr double longestRetry = 60;
 /// What arrives within this time after a change is looked at as one, in seconds.
 constexpr double gatheringSeconds = 0.2;
+/// For so long a player that says it has stopped, or has no track, may be between two tracks, in seconds.
+constexpr double gapSeconds = 0.6;
 /// How often a position is asked for while somebody looks, in seconds: of a player that has announced a seek
 /// before, and of one that may announce none.
 constexpr double announcedPositionSeconds = 15;
@@ -42,7 +44,7 @@ MprisPlayer::MprisPlayer(QDBusConnection bus, QString owner, MainQueue& mainQueu
 
 MprisPlayer::~MprisPlayer()
 {
-    for (const auto& item : {m_apply, m_laterReading, m_retry}) {
+    for (const auto& item : {m_apply, m_gap, m_laterReading, m_retry}) {
         if (item)
             item->cancel();
     }
@@ -149,20 +151,32 @@ void MprisPlayer::applySoon()
 
 void MprisPlayer::apply()
 {
-    const auto moment = now();
-    m_appliedAt = moment.monotonic;
-    const auto position = MprisMetadataParser::number(m_values.take(QStringLiteral("Position")));
-    const auto former = std::exchange(m_properties, MprisProperties::parse(m_values));
-    followTrack(former);
-    if (position)
-        m_timeline.read(*position, moment, moment.monotonic);
+    m_appliedAt = m_clock.monotonicSeconds();
+    if (!m_properties.hasTrack() || MprisProperties::parse(m_values).hasTrack())
+        take();
+    else if (!m_gap)
+        after(gapSeconds, m_gap, &MprisPlayer::take);
     if (m_mustReadAll)
         readAll();
+}
+
+void MprisPlayer::take()
+{
+    const auto gap = std::exchange(m_gap, nullptr);
+    if (gap)
+        gap->cancel();
+    const auto moment = now();
+    const auto position = MprisMetadataParser::number(m_values.take(QStringLiteral("Position")));
+    const auto former = std::exchange(m_properties, MprisProperties::parse(m_values));
+    // After a gap the same track may have begun anew.
+    followTrack(former, gap != nullptr);
+    if (position)
+        m_timeline.read(*position, moment, moment.monotonic);
     if (m_properties != former || position)
         Q_EMIT changed();
 }
 
-void MprisPlayer::followTrack(const MprisProperties& former)
+void MprisPlayer::followTrack(const MprisProperties& former, bool mayHaveMoved)
 {
     const auto moment = now();
     const bool isOther =
@@ -173,7 +187,7 @@ void MprisPlayer::followTrack(const MprisProperties& former)
         m_timeline.setLength(m_properties.track->length);
     m_timeline.setRate(m_properties.playbackRate(), moment);
     // Few players tell their position with these changes, and some tell the old one when asked too soon.
-    if (m_properties.track != former.track || m_properties.status != former.status) {
+    if (mayHaveMoved || m_properties.track != former.track || m_properties.status != former.status) {
         if (moment.monotonic >= m_positionAskedAt + gatheringSeconds)
             readPosition();
         after(laterReadingSeconds, m_laterReading, &MprisPlayer::readPosition);

@@ -67,8 +67,11 @@ private:
     void handleChange(const QVariantMap& values, bool others);
     void handleSeeked(double position);
     void applySoon();
+    /// Takes over what it has told, unless it may be between two tracks: then what was known stays for a
+    /// moment.
     void apply();
-    void followTrack(const MprisProperties& former);
+    void take();
+    void followTrack(const MprisProperties& former, bool mayHaveMoved);
     void setAnswers(bool answers);
     void retryLater();
     void after(double seconds, std::shared_ptr<WorkItem>& item, void (MprisPlayer::*action)());
@@ -95,6 +98,8 @@ private:
     QString m_desktopEntry;
     bool m_canRaise = false;
     std::shared_ptr<WorkItem> m_apply;
+    /// Set while it may be between two tracks.
+    std::shared_ptr<WorkItem> m_gap;
     std::shared_ptr<WorkItem> m_laterReading;
     std::shared_ptr<WorkItem> m_retry;
 };
