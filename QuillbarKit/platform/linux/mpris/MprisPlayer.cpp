@@ -84,6 +84,7 @@ void MprisPlayer::readAll()
     m_object.readProgram([this](const MprisObject::Values& values) {
         const auto said = values.value_or(QVariantMap());
         m_desktopEntry = MprisMetadataParser::text(said.value(QStringLiteral("DesktopEntry")));
+        m_identity = MprisMetadataParser::text(said.value(QStringLiteral("Identity")));
         m_canRaise = said.value(QStringLiteral("CanRaise")).toBool();
         handleRead();
     });

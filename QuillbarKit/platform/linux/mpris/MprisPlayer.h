@@ -37,6 +37,8 @@ public:
     qint64 pid() const { return m_pid; }
     /// The id of its desktop file as it says itself; often empty, sometimes wrong.
     const QString& desktopEntry() const { return m_desktopEntry; }
+    /// What it calls itself; may be empty.
+    const QString& identity() const { return m_identity; }
     bool canRaise() const { return m_canRaise; }
 
     MprisTimeline::Place place();
@@ -96,6 +98,7 @@ private:
     double m_positionAskedAt = 0;
     qint64 m_pid = 0;
     QString m_desktopEntry;
+    QString m_identity;
     bool m_canRaise = false;
     std::shared_ptr<WorkItem> m_apply;
     /// Set while it may be between two tracks.
