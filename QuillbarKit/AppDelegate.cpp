@@ -70,6 +70,7 @@ void AppDelegate::applicationDidFinishLaunching()
     // 3. The pointer.
     applyTrackerGeometry();
     m_tracker.onChange = [this](bool inside) { handleProximity(inside); };
+    m_tracker.isHolding = [this] { return m_window && m_window->isHeld(); };
     m_tracker.start();
     // 4. What plays.
     m_nowPlayingModel.start();
