@@ -1,6 +1,7 @@
 #include "AppDelegate.h"
 
 #include "platform/Screens.h"
+#include "platform/ScriptRunner.h"
 #include "platform/WindowServer.h"
 #include "shell/NotchPanel.h"
 #include "shell/NotchScreen.h"
@@ -69,6 +70,7 @@ void AppDelegate::applicationDidFinishLaunching()
     // 3. The pointer.
     applyTrackerGeometry();
     m_tracker.onChange = [this](bool inside) { handleProximity(inside); };
+    m_tracker.isHolding = [this] { return m_window && m_window->isHeld(); };
     m_tracker.start();
     // 4. What plays.
     m_nowPlayingModel.start();
@@ -94,8 +96,9 @@ void AppDelegate::applicationWillTerminate()
     // The order matters here too: first what could still open the panel, last what is told of the desktop.
     // 1. The pointer.
     m_tracker.stop();
-    // 2. What plays.
+    // 2. What plays. The program's end waits for no player.
     m_nowPlayingModel.stop();
+    m_platform.scriptRunner.cancel();
     // 3. The clipboard.
     m_clipboardWatcher.stop();
     // 4. The keyboard shortcut.

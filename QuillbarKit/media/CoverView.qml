@@ -27,6 +27,7 @@ Control {
     TrackSwap {
         id: swap
 
+        objectName: "swap"
         key: cover.content.coverKey
     }
 
@@ -45,6 +46,8 @@ Control {
     }
 
     Repeater {
+        id: faces
+
         model: 2
 
         Outline {
@@ -52,11 +55,13 @@ Control {
 
             required property int index
             readonly property real presence: swap.presence(index)
+            // Two of the same picture that fade into one another would show what is behind them.
+            readonly property bool isCovered: swap.front !== index && exists && faces.itemAt(swap.front).imageKey === imageKey
 
             strokeWidth: 0.5
             groundTop: Qt.rgba(1, 1, 1, 0.12)
             groundBottom: Qt.rgba(1, 1, 1, 0.04)
-            opacity: presence
+            opacity: isCovered ? 1 : presence
             scale: 0.94 + 0.06 * presence
             visible: presence > 0
 

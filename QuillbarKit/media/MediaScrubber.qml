@@ -50,7 +50,7 @@ Item {
 
     Accessible.role: Accessible.Slider
     Accessible.name: "Position"
-    Accessible.description: scrubber.elapsedText + " of " + scrubber.content.mmss(scrubber.content.duration)
+    Accessible.description: scrubber.content.duration > 0 ? scrubber.elapsedText + " of " + scrubber.content.mmss(scrubber.content.duration) : scrubber.elapsedText
     Accessible.focusable: true
     Accessible.focused: scrubber.activeFocus
     Accessible.onIncreaseAction: scrubber.seek(scrubber.content.position + scrubber.step)

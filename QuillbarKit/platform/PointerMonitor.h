@@ -27,7 +27,8 @@ public:
     /// follow closely on one another are reported together. None when the platform can't watch them.
     virtual std::unique_ptr<Token> addGlobalMonitor(std::function<void()> handler) = 0;
 
-    /// Calls `handler` for what this program's own windows hear of the pointer and the above does not tell.
+    /// Calls `handler` for what this program's own windows hear of the pointer and the above does not tell: a
+    /// button let go among it.
     virtual std::unique_ptr<Token> addLocalMonitor(std::function<void()> handler) = 0;
 
     /// Tells how far, in points, the pointer now is from where its movements matter. A pointer that is far

@@ -19,7 +19,7 @@ struct ScriptResult
 };
 
 /// Runs scripts that talk to players. Any one thread at a time, not the main one: it waits for the player,
-/// within bounds.
+/// within bounds. Only cancel() may be called meanwhile, from another.
 class ScriptRunner
 {
 public:
@@ -30,4 +30,8 @@ public:
 
     /// The players that could be told anything.
     virtual QList<RunningApplication> runningApplications() = 0;
+
+    /// Ends the waiting for players, now and for good: a script that runs, and every later one, comes to
+    /// nothing at once.
+    virtual void cancel() = 0;
 };

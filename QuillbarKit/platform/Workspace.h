@@ -17,8 +17,8 @@ public:
     /// without a desktop file goes by its window class, in lower case.
     virtual std::optional<QString> frontmostApplication() const = 0;
 
-    /// The name under which the desktop's menus list the program, in the user's language; none for one that
-    /// is not installed.
+    /// The name under which the desktop's menus list the program, in the user's language; of a media player
+    /// that they don't, while it runs, what it calls itself; else none.
     virtual std::optional<QString> applicationName(const QString& bundleIdentifier) const = 0;
 
     /// Its icon, `pixels` wide and high at most, from the user's icon theme; none for a program that is not
@@ -29,7 +29,7 @@ public:
     /// for a process that isn't there.
     virtual std::optional<QString> applicationForProcess(qint64 pid) const = 0;
 
-    /// Whether the program has a window, or is a media player without one.
+    /// Whether the program has a window, or is a media player that can show one: then it can be activated.
     virtual bool isRunning(const QString& bundleIdentifier) const = 0;
 
     /// Brings the program to the front on behalf of the user. False when it doesn't run, or has nothing to

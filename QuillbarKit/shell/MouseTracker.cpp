@@ -36,6 +36,9 @@ void MouseTracker::stop()
 
 void MouseTracker::evaluate()
 {
+    // Its release is an event of our own windows, and looked at like a movement.
+    if (m_isInside && isHolding && isHolding())
+        return;
     const auto pointer = m_pointerMonitor.mouseLocation();
     const auto frame = pointer ? watchedFrame(*pointer) : std::nullopt;
     if (!frame) {

@@ -25,6 +25,9 @@ public:
 
     /// Called on every transition, never twice with the same value in a row.
     std::function<void(bool inside)> onChange;
+    /// Whether the pointer holds something of what is shown there. While it does it has not left, wherever it
+    /// is.
+    std::function<bool()> isHolding;
     /// The display to watch; none means the one under the pointer.
     std::optional<ScreenRect> screenFrame;
     double triggerWidthHidden = 220.0;

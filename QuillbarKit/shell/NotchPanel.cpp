@@ -4,6 +4,7 @@
 #include "shell/NotchShapeItem.h"
 
 #include <QEasingCurve>
+#include <QGuiApplication>
 #include <QQmlListReference>
 
 #include <cmath>
@@ -63,6 +64,11 @@ void NotchPanel::moveTo(const ScreenRect& frame)
 {
     m_frame = frame;
     m_windowServer.setFrame(*this, frame);
+}
+
+bool NotchPanel::isHeld() const
+{
+    return mouseGrabberItem() && QGuiApplication::mouseButtons() != Qt::NoButton;
 }
 
 void NotchPanel::setIgnoresMouseEvents(bool ignores)

@@ -30,6 +30,9 @@ public:
     /// Goes to the frame over `seconds`, easing in and out.
     void animateFrame(const ScreenRect& frame, double seconds);
 
+    /// Whether something in it is being dragged or pressed by the pointer, which may be elsewhere by now.
+    bool isHeld() const;
+
     bool ignoresMouseEvents() const { return m_ignoresMouseEvents; }
     void setIgnoresMouseEvents(bool ignores);
 

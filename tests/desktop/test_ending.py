@@ -4,6 +4,7 @@ import signal
 
 import pytest
 
+from harness.players import FakePlayer
 from harness.waiting import wait_until
 from harness.x11 import Rect
 
@@ -17,6 +18,17 @@ def test_a_signal_ends_it_in_order(desktop, quillbar, signum, opened):
     assert quillbar.wait() == 0
     assert quillbar.output_lines == []
     wait_until(lambda: not desktop.panel.windows(), what="its window is gone")
+
+
+def test_a_player_that_hangs_doesnt_hold_up_the_end(desktop):
+    player = FakePlayer(desktop, "spotify", options={"hangs": True})
+    app = desktop.launch()
+    wait_until(lambda: player.reads.get("GetAll", 0) > 2, what="a script waits, besides two other questions")
+    app.send(signal.SIGTERM)
+    assert app.wait() == 0
+    # A script that has waited in vain for as long as it may would have said so.
+    assert app.output_lines == []
+    player.kill()
 
 
 @pytest.mark.parametrize("opened", [False, True], ids=["closed", "open"])

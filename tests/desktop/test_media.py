@@ -1,7 +1,12 @@
 """What plays as a user meets it: beside the closed notch, in the drawer, and told to the player."""
 
+import time
+
 from harness.players import FakePlayer, track
-from harness.waiting import wait_until
+from harness.waiting import holds_for, holds_until, wait_until
+
+# For so long, in seconds, the panel stays open after the pointer has left.
+GRACE = 0.4
 
 
 def in_sight(desktop, app, name):
@@ -60,10 +65,8 @@ def test_a_player_is_seen_beside_the_notch_and_obeys_the_drawer(desktop):
     told(desktop, app, "Nothing playing")
 
 
-def test_a_drag_on_the_scrubber_moves_the_player(desktop):
-    app = desktop.launch()
-    player = FakePlayer(desktop, track=track("Morning Tide"), status="Paused")
-    desktop.open_panel()
+def scrubber_line(desktop, app):
+    """Both ends of the scrubber's line, once it stands still."""
 
     def standing_still():
         first = told(desktop, app, "Position").extents
@@ -71,11 +74,40 @@ def test_a_drag_on_the_scrubber_moves_the_player(desktop):
         return first == told(desktop, app, "Position").extents and first
 
     x, y, width, _ = wait_until(standing_still, what="the scrubber has its place")
-    desktop.x.drag((x + 1, y + 11), (x + width // 2, y + 11))
+    return (x + 1, y + 11), (x + width - 1, y + 11)
 
+
+def wait_until_sought(player, seconds):
     def sought():
         """Seconds that the player was told to move to."""
         return [call[2] / 1e6 for call in player.calls if call[0] == "SetPosition"]
 
-    wait_until(lambda: sought() and abs(sought()[-1] - 120) < 2, what="the player is sent to the middle")
+    wait_until(lambda: sought() and abs(sought()[-1] - seconds) < 2, what=f"the player is sent to {seconds}")
+
+
+def test_a_drag_on_the_scrubber_moves_the_player(desktop):
+    app = desktop.launch()
+    player = FakePlayer(desktop, track=track("Morning Tide"), status="Paused")
+    desktop.open_panel()
+    start, end = scrubber_line(desktop, app)
+    desktop.x.drag(start, ((start[0] + end[0]) // 2, start[1]))
+    wait_until_sought(player, 120)
+    player.quit()
+
+
+def test_a_drag_that_strays_from_the_panel_keeps_it_open_and_goes_on(desktop):
+    app = desktop.launch()
+    player = FakePlayer(desktop, track=track("Morning Tide"), status="Paused")
+    desktop.open_panel()
+    start, end = scrubber_line(desktop, app)
+    desktop.x.move_pointer(*start)
+    desktop.x.press_button()
+    desktop.x.glide_pointer(end[0], 600)
+    holds_for(desktop.panel.takes_clicks, 2 * GRACE, "the panel is open")
+    desktop.x.glide_pointer((start[0] + end[0]) // 2, 700)
+    released = time.monotonic()
+    desktop.x.release_button()
+    wait_until_sought(player, 120)
+    holds_until(desktop.panel.takes_clicks, released + 0.25, "the panel is open yet")
+    desktop.panel.wait_until_closed()
     player.quit()

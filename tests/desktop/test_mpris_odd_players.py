@@ -52,6 +52,31 @@ def test_stopped_players_and_such_without_a_title_dont_count(players, now_playin
     now_playing.wait_for(Title="Named")
 
 
+@pytest.mark.parametrize("between", [{}, {"Metadata": {}}])
+def test_one_that_says_between_tracks_that_it_has_none_stays_in_sight(players, now_playing, between):
+    player = players(track=track())
+    now_playing.wait_for(Title="Song", PlaybackRate=1)
+    told = now_playing.question("told")["isPlaying"]
+    following = track("Next", mpris_trackid=["o", "/2"])
+    player.tell_at_once(
+        {"set": {"PlaybackStatus": "Stopped", **between}},
+        {"set": {"PlaybackStatus": "Playing", "Metadata": following}},
+    )
+    now_playing.wait_for(Title="Next", PlaybackRate=1)
+    assert now_playing.question("told")["isPlaying"] == told
+
+
+def test_a_track_that_begins_anew_after_a_stop_is_at_its_start(players, now_playing):
+    player = players(track=track())
+    player.tell(seeked=100)
+    now_playing.wait_for_position(100, within=10)
+    player.tell_at_once(
+        {"set": {"PlaybackStatus": "Stopped"}}, {"move": 0}, {"set": {"PlaybackStatus": "Playing"}}
+    )
+    began = time.monotonic()
+    now_playing.wait_for_position(lambda: time.monotonic() - began)
+
+
 # -- which player ----------------------------------------------------------------------------
 
 

@@ -36,15 +36,19 @@ def window_of(desktop, name):
     return None
 
 
-def is_program(workspace, process, wanted):
+def answers(workspace, question, wanted):
     """Asked again, since what a player says of itself comes a moment later."""
 
     def told():
         before = len(workspace.lines)
-        workspace.send(f"process {process}")
+        workspace.send(question)
         return wait_until(lambda: workspace.lines[before:], what="an answer")[0]
 
-    wait_until(lambda: told() == f"program {wanted}", what=f"{process} is {wanted}")
+    wait_until(lambda: told() == wanted, what=f"{question} is answered by {wanted}")
+
+
+def is_program(workspace, process, wanted):
+    answers(workspace, f"process {process}", f"program {wanted}")
 
 
 def test_a_process_is_known_by_its_program(desktop, workspace):
@@ -62,6 +66,15 @@ def test_a_player_is_known_by_what_it_says_of_itself(desktop, workspace):
     assert workspace.ask("running org.example.Fake", "running", "not running") == "running"
     assert workspace.ask("running org.example.Other", "running", "not running") == "not running"
     player.kill()
+
+
+def test_a_player_that_no_menu_lists_goes_by_what_it_calls_itself(desktop, workspace):
+    named = FakePlayer(desktop, track=track(), root={"Identity": "The Jukebox"})
+    is_program(workspace, named.pid, "fake_player.py")
+    answers(workspace, "name fake_player.py", "name The Jukebox")
+    answers(workspace, "name org.example.Fake", "name org.example.Fake")
+    named.kill()
+    answers(workspace, "name fake_player.py", "name -")
 
 
 @pytest.mark.parametrize("desktop", [{"wm": "openbox"}, {"wm": "xfwm4"}, {"wm": "mutter"}], indirect=True)
@@ -83,5 +96,6 @@ def test_a_player_without_a_window_is_asked_to_show_itself(desktop, workspace):
     assert workspace.ask("activate org.example.Fake", "activated", "not activated") == "activated"
     player.wait_for_call("Raise")
     assert workspace.ask("activate org.example.Other", "activated", "not activated") == "not activated"
+    assert workspace.ask("running org.example.Other", "running", "not running") == "not running"
     player.kill()
     silent.kill()

@@ -31,7 +31,7 @@ public:
 
     /// The pointer goes there over another program's window; a button held down makes no difference.
     void moveOverOthers(std::optional<ScreenPoint> to) { move(to, m_global); }
-    /// The pointer goes there over a window of ours.
+    /// The pointer goes there over a window of ours, or a button is let go that went down in one.
     void moveOverOurs(std::optional<ScreenPoint> to) { move(to, m_local); }
 
 private:

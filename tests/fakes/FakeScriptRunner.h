@@ -24,6 +24,9 @@ public:
 
     QList<RunningApplication> runningApplications() override { return applications; }
 
+    bool isCancelled = false;
+    void cancel() override { isCancelled = true; }
+
     const QStringList& executed() const { return m_executed; }
 
     /// What was executed since the last call.

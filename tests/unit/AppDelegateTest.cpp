@@ -364,6 +364,7 @@ TEST_F(AppDelegateTest, AfterTheEndNothingIsWatchedAnyMore)
     delegate.applicationWillTerminate();
     EXPECT_EQ(platform.pointer.globalMonitors(), 0U);
     EXPECT_EQ(platform.pointer.localMonitors(), 0U);
+    EXPECT_TRUE(platform.scriptRunner.isCancelled);
     const auto before = window.frame;
     rearrange({0, 0, 1920, 1080}, 24);
     EXPECT_EQ(window.frame, before);

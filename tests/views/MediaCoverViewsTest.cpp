@@ -87,6 +87,32 @@ TEST_F(MediaCoverViewsTest, WithoutACoverOrWithOneThatCannotBeReadAPlaceholderSh
     EXPECT_TRUE(cover()->exists());
 }
 
+TEST_F(MediaCoverViewsTest, TheNextTracksCoverComesInWithoutGettingDarkerWhereItIsTheSame)
+{
+    auto playing = track();
+    playing.artworkData = picture(QColor(Qt::white));
+    launchOpen(playing);
+    const auto middle = place(coverView()).center().toPoint();
+    const auto isTurning = [&] {
+        return coverView()->findChild<QObject*>(u"swap"_qs)->property("progress").toDouble() < 1;
+    };
+    auto next = track(u"Evening Tide"_qs);
+    next.artworkData = picture(QColor(Qt::white));
+    play(next);
+    ASSERT_TRUE(isTurning());
+    while (isTurning()) {
+        ASSERT_EQ(at(middle), QColor(Qt::white));
+        QCoreApplication::processEvents();
+    }
+    next = track(u"Night Tide"_qs);
+    next.artworkData = picture(QColor(Qt::red));
+    play(next);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return isTurning() && at(middle) != QColor(Qt::white); }))
+        << "and fades";
+    settle();
+    EXPECT_EQ(at(middle), QColor(Qt::red));
+}
+
 TEST_F(MediaCoverViewsTest, AClickOnTheCoverBringsAProgramThatRunsToTheFront)
 {
     workspace.names[u"player"_qs] = u"Tuner"_qs;

@@ -171,6 +171,7 @@ TEST_F(MediaViewsTest, ATrackOfUnknownLengthShowsItsStartOrItsEndAndCannotBeSoug
     endless.elapsed = 30;
     play(endless);
     EXPECT_EQ(scrubber()->property("fraction"), 1.0);
+    EXPECT_EQ(QAccessible::queryAccessibleInterface(scrubber())->text(QAccessible::Description), u"0:30"_qs);
     QTest::mousePress(&window, Qt::LeftButton, {}, onTrack(0.5));
     QTest::mouseRelease(&window, Qt::LeftButton, {}, onTrack(0.5));
     EXPECT_FALSE(scrubber()->property("isDragging").toBool());

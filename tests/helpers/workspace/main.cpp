@@ -1,5 +1,6 @@
 // Each line on standard input is a command, answered by a line:
 //   process PID           "program IDENTIFIER", "-" for none
+//   name IDENTIFIER       "name NAME", "-" for none
 //   running IDENTIFIER    "running" or "not running"
 //   activate IDENTIFIER   "activated" or "not activated"
 // Ends with the input.
@@ -33,6 +34,9 @@ int main(int argc, char* argv[])
         if (words.first() == u"process") {
             const auto program = workspace.applicationForProcess(argument.toLongLong());
             std::cout << "program " << program.value_or(QStringLiteral("-")).toStdString() << std::endl;
+        } else if (words.first() == u"name") {
+            const auto name = workspace.applicationName(argument);
+            std::cout << "name " << name.value_or(QStringLiteral("-")).toStdString() << std::endl;
         } else if (words.first() == u"running") {
             std::cout << (workspace.isRunning(argument) ? "running" : "not running") << std::endl;
         } else if (words.first() == u"activate") {

@@ -36,6 +36,8 @@ public:
         return {{QStringLiteral("Music"), QStringLiteral("music")}};
     }
 
+    void cancel() override { m_players.cancel(); }
+
     void answer(const QString& script, const ScriptResult& result) { m_players.answers[script] = result; }
 
     std::atomic<int> onMain = 0;

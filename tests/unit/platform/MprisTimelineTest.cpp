@@ -85,6 +85,41 @@ TEST_F(MprisTimelineTest, AnOldPositionToldRightAfterASeekIsNotBelieved)
     EXPECT_DOUBLE_EQ(position(), 50.2) << "later what it says holds";
 }
 
+TEST_F(MprisTimelineTest, WordOfAMoveToTheOldPlaceRightAfterItWasToldToMoveIsNotBelieved)
+{
+    timeline.setLength(240e6);
+    timeline.setRate(1, now());
+    read(10.5e6);
+    clock.advance(5);
+    timeline.moveTo(60, now());
+    clock.advance(0.1);
+    timeline.moveTo(65, now());
+    clock.advance(0.2);
+    timeline.seeked(15e6, now()); // in whole seconds
+    EXPECT_NEAR(position(), 65.2, 1e-6);
+    timeline.seeked(65.1e6, now());
+    EXPECT_DOUBLE_EQ(position(), 65.1) << "from where it was told to go it does say so";
+    timeline.seeked(15.5e6, now());
+    EXPECT_DOUBLE_EQ(position(), 15.5) << "and then it may move anywhere, back as well";
+}
+
+TEST_F(MprisTimelineTest, AMoveThatIsSaidLaterOrIsToAnotherPlaceHolds)
+{
+    timeline.setLength(240e6);
+    timeline.setRate(1, now());
+    read(10.5e6);
+    timeline.moveTo(60, now());
+    timeline.seeked(30.5e6, now());
+    EXPECT_DOUBLE_EQ(position(), 30.5);
+    timeline.moveTo(60, now());
+    clock.advance(1);
+    timeline.seeked(31.5e6, now());
+    EXPECT_DOUBLE_EQ(position(), 31.5);
+    timeline.moveTo(33, now());
+    timeline.seeked(32.5e6, now());
+    EXPECT_DOUBLE_EQ(position(), 32.5) << "nearer to where it was told to go";
+}
+
 TEST_F(MprisTimelineTest, AnOldPositionToldRightAfterATrackBeganIsNotBelieved)
 {
     timeline.setRate(1, now());

@@ -294,3 +294,14 @@ TEST(QtImageCodec, ManyThreadsMayDecodeAtOnce)
     for (auto& thread : threads)
         thread.join();
 }
+
+TEST(QtImageCodec, AJpegThatIsCutShortIsNoNewsForTheLog)
+{
+    static QStringList messages;
+    const auto former = qInstallMessageHandler(
+        [](QtMsgType, const QMessageLogContext&, const QString& message) { messages.append(message); });
+    const auto jpeg = PictureFiles::encoded("jpeg", 60, 30);
+    EXPECT_TRUE(codec.thumbnail(jpeg.first(jpeg.size() - 20), 20));
+    qInstallMessageHandler(former);
+    EXPECT_TRUE(messages.isEmpty()) << qUtf8Printable(messages.join(u'\n'));
+}

@@ -65,6 +65,22 @@ TEST_F(MouseTrackerTest, TheZonesEdgesCountAsInside)
     }
 }
 
+TEST_F(MouseTrackerTest, APointerThatHoldsSomethingHasNotLeftUntilItLetsGo)
+{
+    bool holds = true;
+    tracker.isHolding = [&holds] { return holds; };
+    tracker.start();
+    moveTo(100, 100);
+    EXPECT_THAT(changes, IsEmpty()) << "nor come in";
+    moveTo(640, 790);
+    moveTo(100, 100);
+    EXPECT_THAT(changes, ElementsAre(true));
+    holds = false;
+    pointer.moveOverOurs(pointer.location);
+    queue.runUntilIdle();
+    EXPECT_THAT(changes, ElementsAre(true, false));
+}
+
 TEST_F(MouseTrackerTest, APointerAboveTheDisplaysTopEdgeIsOutside)
 {
     tracker.start();

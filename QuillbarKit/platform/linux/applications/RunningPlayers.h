@@ -10,6 +10,8 @@ struct RunningPlayer
     qint64 pid = 0;
     /// The id of its desktop file; may be empty or wrong.
     QString desktopEntry;
+    /// What it calls itself; may be empty.
+    QString identity;
     bool canRaise = false;
 };
 

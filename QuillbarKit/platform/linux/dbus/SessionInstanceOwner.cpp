@@ -1,6 +1,7 @@
 #include "platform/linux/dbus/SessionInstanceOwner.h"
 
 #include "platform/linux/dbus/ApplicationAdaptor.h"
+#include "platform/linux/dbus/SessionBus.h"
 #include "support/AppPaths.h"
 #include "support/RepeatingTimer.h"
 
@@ -32,14 +33,6 @@ QString lockPath()
                             ? runtimeDirectory
                             : AppPaths::supportDirectory();
     return QDir(folder).filePath(busName + QStringLiteral(".lock"));
-}
-
-bool isBusAnnounced()
-{
-    if (qEnvironmentVariableIsSet("DBUS_SESSION_BUS_ADDRESS"))
-        return true;
-    const auto runtimeDirectory = qEnvironmentVariable("XDG_RUNTIME_DIR");
-    return !runtimeDirectory.isEmpty() && QFile::exists(runtimeDirectory + QStringLiteral("/bus"));
 }
 } // namespace
 
@@ -122,8 +115,7 @@ void SessionInstanceOwner::handleBusGone()
 void SessionInstanceOwner::awaitBus()
 {
     m_busReturn = std::make_unique<RepeatingTimer>(m_mainQueue, busReturnSeconds, [this] {
-        // Without an address to look at, the library would start a bus of its own.
-        if (!isBusAnnounced())
+        if (!SessionBus::isAnnounced())
             return;
         const auto name = QStringLiteral("quillbar-instance-%1").arg(++m_connections);
         auto bus = QDBusConnection::connectToBus(QDBusConnection::SessionBus, name);

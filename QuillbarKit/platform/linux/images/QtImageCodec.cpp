@@ -5,6 +5,7 @@
 #include <QBuffer>
 #include <QImageReader>
 #include <QImageWriter>
+#include <QLoggingCategory>
 #include <QtEndian>
 
 #include <algorithm>
@@ -87,6 +88,9 @@ struct Reader
 QtImageCodec::QtImageCodec(qint64 largestArea) : m_largestArea(largestArea)
 {
     QImageReader::setAllocationLimit(allocationLimitMegabytes);
+    // A flaw in another program's picture is nothing for the journal. What is said of PNG files can't be told
+    // apart from the toolkit's other warnings.
+    QLoggingCategory::setFilterRules(QStringLiteral("qt.gui.imageio*.warning=false"));
 }
 
 bool QtImageCodec::isDecodable(const QSize& size) const

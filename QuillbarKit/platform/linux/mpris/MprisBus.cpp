@@ -1,9 +1,9 @@
 #include "platform/linux/mpris/MprisBus.h"
 
+#include "platform/linux/dbus/SessionBus.h"
 #include "support/MainQueue.h"
 #include "support/SerialQueue.h"
 
-#include <QFile>
 #include <QPointer>
 
 #include <algorithm>
@@ -28,18 +28,9 @@ MprisBus::~MprisBus()
         QDBusConnection::disconnectFromBus(m_connectionName);
 }
 
-bool MprisBus::isAnnounced()
-{
-    if (qEnvironmentVariableIsSet("DBUS_SESSION_BUS_ADDRESS"))
-        return true;
-    const auto runtimeDirectory = qEnvironmentVariable("XDG_RUNTIME_DIR");
-    return !runtimeDirectory.isEmpty() && QFile::exists(runtimeDirectory + QStringLiteral("/bus"));
-}
-
 void MprisBus::connectToBus()
 {
-    // Without an address to look at, the library would start a bus of its own.
-    if (!isAnnounced()) {
+    if (!SessionBus::isAnnounced()) {
         tryLater();
         return;
     }

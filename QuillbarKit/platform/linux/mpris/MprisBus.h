@@ -20,9 +20,6 @@ public:
     MprisBus(MainQueue& mainQueue, SerialQueue& background, QObject* parent = nullptr);
     ~MprisBus() override;
 
-    /// Whether this session has an address for a bus at all.
-    static bool isAnnounced();
-
     /// Begins to look for the bus.
     void connectToBus();
 

@@ -1,6 +1,6 @@
 #include "platform/linux/mpris/MprisNowPlayingFramework.h"
 
-#include "platform/linux/mpris/MprisBus.h"
+#include "platform/linux/dbus/SessionBus.h"
 #include "platform/linux/mpris/MprisPlayer.h"
 #include "platform/linux/mpris/MprisRegistry.h"
 #include "support/MainQueue.h"
@@ -34,7 +34,7 @@ MprisNowPlayingFramework::MprisNowPlayingFramework(HttpSession& session, MainQue
     : QObject(parent), m_mainQueue(mainQueue), m_background(QStringLiteral("com.vennor.quillbar.players")),
       m_artwork(mainQueue, m_background, session)
 {
-    if (!MprisBus::isAnnounced())
+    if (!SessionBus::isAnnounced())
         return;
     m_registry = std::make_unique<MprisRegistry>(mainQueue, m_background, clock);
     connect(m_registry.get(), &MprisRegistry::changed, this, &MprisNowPlayingFramework::handleChange);

@@ -4,26 +4,19 @@
 #include "support/Clock.h"
 #include "support/MainQueue.h"
 
-#include <QDBusError>
 #include <QDBusObjectPath>
-#include <QDBusPendingCallWatcher>
 
 #include <algorithm>
 #include <cmath>
 
 namespace {
-const auto objectPath = QStringLiteral("/org/mpris/MediaPlayer2");
-const auto rootInterface = QStringLiteral("org.mpris.MediaPlayer2");
-const auto playerInterface = QStringLiteral("org.mpris.MediaPlayer2.Player");
-const auto propertiesInterface = QStringLiteral("org.freedesktop.DBus.Properties");
-
-/// After so long a player counts as hung.
-constexpr int answerMilliseconds = 3000;
 /// How long until one that gave no answer, or none that is of use, is asked again, in seconds.
 constexpr double shortestRetry = 0.5;
 constexpr double longestRetry = 60;
 /// What arrives within this time after a change is looked at as one, in seconds.
 constexpr double gatheringSeconds = 0.2;
+/// For so long a player that says it has stopped, or has no track, may be between two tracks, in seconds.
+constexpr double gapSeconds = 0.6;
 /// How often a position is asked for while somebody looks, in seconds: of a player that has announced a seek
 /// before, and of one that may announce none.
 constexpr double announcedPositionSeconds = 15;
@@ -40,22 +33,18 @@ bool isOtherTrack(const MprisMetadata& a, const MprisMetadata& b)
 
 MprisPlayer::MprisPlayer(QDBusConnection bus, QString owner, MainQueue& mainQueue, const Clock& clock,
                          QObject* parent)
-    : QObject(parent), m_bus(std::move(bus)), m_owner(std::move(owner)), m_mainQueue(mainQueue),
-      m_clock(clock), m_retryDelay(shortestRetry)
+    : QObject(parent), m_object(std::move(bus), std::move(owner)), m_mainQueue(mainQueue), m_clock(clock),
+      m_retryDelay(shortestRetry)
 {
-    // By its unique name: asked to hear a well-known one, the library would wait for the bus. And before the
-    // first reading, so that no change falls between.
-    m_bus.connect(m_owner, objectPath, propertiesInterface, QStringLiteral("PropertiesChanged"),
-                  {playerInterface}, QStringLiteral("sa{sv}as"), this,
-                  SLOT(handlePropertiesChanged(QString, QVariantMap, QStringList)));
-    m_bus.connect(m_owner, objectPath, playerInterface, QStringLiteral("Seeked"), this,
-                  SLOT(handleSeeked(QDBusMessage)));
+    // Before the first reading, so that no change falls between.
+    connect(&m_object, &MprisObject::changed, this, &MprisPlayer::handleChange);
+    connect(&m_object, &MprisObject::seeked, this, &MprisPlayer::handleSeeked);
     readAll();
 }
 
 MprisPlayer::~MprisPlayer()
 {
-    for (const auto& item : {m_apply, m_laterReading, m_retry}) {
+    for (const auto& item : {m_apply, m_gap, m_laterReading, m_retry}) {
         if (item)
             item->cancel();
     }
@@ -77,56 +66,30 @@ void MprisPlayer::after(double seconds, std::shared_ptr<WorkItem>& item, void (M
     m_mainQueue.asyncAfter(seconds, item);
 }
 
-void MprisPlayer::call(const QDBusMessage& message, Answer answer)
-{
-    auto quiet = message;
-    quiet.setAutoStartService(false);
-    const auto* watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(quiet, answerMilliseconds), this);
-    connect(watcher, &QDBusPendingCallWatcher::finished, this,
-            [this, answer = std::move(answer)](QDBusPendingCallWatcher* call) {
-                call->deleteLater();
-                answer(call->reply());
-            });
-}
-
 void MprisPlayer::readAll()
 {
     m_mustReadAll = false;
     m_readAllAt = m_clock.monotonicSeconds();
-    const auto getAll = [this](const QString& interface) {
-        auto message = QDBusMessage::createMethodCall(m_owner, objectPath, propertiesInterface,
-                                                      QStringLiteral("GetAll"));
-        message << interface;
-        return message;
-    };
     m_pendingReads = m_isKnown ? 0 : 3;
-    call(getAll(playerInterface), [this](const QDBusMessage& reply) {
-        if (reply.type() == QDBusMessage::ReplyMessage) {
-            const auto values = MprisMetadataParser::unwrapped(reply.arguments().value(0)).toMap();
-            for (auto value = values.begin(); value != values.end(); ++value)
-                m_values.insert(value.key(), value.value());
+    m_object.readPlayer([this](const MprisObject::Values& values) {
+        if (values) {
+            m_values.insert(*values);
             m_isKnown = true;
-            setAnswers(true);
-        } else {
-            setAnswers(false);
         }
+        setAnswers(values.has_value());
         handleRead();
     });
     if (m_pendingReads == 0)
         return;
-    call(getAll(rootInterface), [this](const QDBusMessage& reply) {
-        const auto values = MprisMetadataParser::unwrapped(reply.arguments().value(0)).toMap();
-        m_desktopEntry = MprisMetadataParser::text(values.value(QStringLiteral("DesktopEntry")));
-        m_canRaise = values.value(QStringLiteral("CanRaise")).toBool();
+    m_object.readProgram([this](const MprisObject::Values& values) {
+        const auto said = values.value_or(QVariantMap());
+        m_desktopEntry = MprisMetadataParser::text(said.value(QStringLiteral("DesktopEntry")));
+        m_identity = MprisMetadataParser::text(said.value(QStringLiteral("Identity")));
+        m_canRaise = said.value(QStringLiteral("CanRaise")).toBool();
         handleRead();
     });
-    auto askProcess = QDBusMessage::createMethodCall(
-        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
-        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("GetConnectionUnixProcessID"));
-    askProcess << m_owner;
-    call(askProcess, [this](const QDBusMessage& reply) {
-        if (reply.type() == QDBusMessage::ReplyMessage)
-            m_pid = reply.arguments().value(0).toUInt();
+    m_object.readProcess([this](qint64 pid) {
+        m_pid = pid;
         handleRead();
     });
 }
@@ -163,12 +126,10 @@ void MprisPlayer::retryLater()
     m_retryDelay = std::min(longestRetry, m_retryDelay * 2);
 }
 
-void MprisPlayer::handlePropertiesChanged(const QString&, const QVariantMap& values,
-                                          const QStringList& withoutValues)
+void MprisPlayer::handleChange(const QVariantMap& values, bool others)
 {
-    for (auto value = values.begin(); value != values.end(); ++value)
-        m_values.insert(value.key(), value.value());
-    m_mustReadAll |= !withoutValues.isEmpty();
+    m_values.insert(values);
+    m_mustReadAll |= others;
     const auto status = QStringLiteral("PlaybackStatus");
     if (m_isKnown && m_answers) {
         // Not gathered: a pause, however short, makes the next start one.
@@ -191,20 +152,32 @@ void MprisPlayer::applySoon()
 
 void MprisPlayer::apply()
 {
-    const auto moment = now();
-    m_appliedAt = moment.monotonic;
-    const auto position = MprisMetadataParser::number(m_values.take(QStringLiteral("Position")));
-    const auto former = std::exchange(m_properties, MprisProperties::parse(m_values));
-    followTrack(former);
-    if (position)
-        m_timeline.read(*position, moment, moment.monotonic);
+    m_appliedAt = m_clock.monotonicSeconds();
+    if (!m_properties.hasTrack() || MprisProperties::parse(m_values).hasTrack())
+        take();
+    else if (!m_gap)
+        after(gapSeconds, m_gap, &MprisPlayer::take);
     if (m_mustReadAll)
         readAll();
+}
+
+void MprisPlayer::take()
+{
+    const auto gap = std::exchange(m_gap, nullptr);
+    if (gap)
+        gap->cancel();
+    const auto moment = now();
+    const auto position = MprisMetadataParser::number(m_values.take(QStringLiteral("Position")));
+    const auto former = std::exchange(m_properties, MprisProperties::parse(m_values));
+    // After a gap the same track may have begun anew.
+    followTrack(former, gap != nullptr);
+    if (position)
+        m_timeline.read(*position, moment, moment.monotonic);
     if (m_properties != former || position)
         Q_EMIT changed();
 }
 
-void MprisPlayer::followTrack(const MprisProperties& former)
+void MprisPlayer::followTrack(const MprisProperties& former, bool mayHaveMoved)
 {
     const auto moment = now();
     const bool isOther =
@@ -215,20 +188,17 @@ void MprisPlayer::followTrack(const MprisProperties& former)
         m_timeline.setLength(m_properties.track->length);
     m_timeline.setRate(m_properties.playbackRate(), moment);
     // Few players tell their position with these changes, and some tell the old one when asked too soon.
-    if (m_properties.track != former.track || m_properties.status != former.status) {
+    if (mayHaveMoved || m_properties.track != former.track || m_properties.status != former.status) {
         if (moment.monotonic >= m_positionAskedAt + gatheringSeconds)
             readPosition();
         after(laterReadingSeconds, m_laterReading, &MprisPlayer::readPosition);
     }
 }
 
-void MprisPlayer::handleSeeked(const QDBusMessage& signal)
+void MprisPlayer::handleSeeked(double position)
 {
-    const auto position = MprisMetadataParser::number(signal.arguments().value(0));
-    if (!position)
-        return;
     m_announcesSeeks = true;
-    m_timeline.seeked(*position, now());
+    m_timeline.seeked(position, now());
     after(laterReadingSeconds, m_laterReading, &MprisPlayer::readPosition);
     Q_EMIT changed();
 }
@@ -246,40 +216,30 @@ void MprisPlayer::readPosition()
         return;
     m_isReadingPosition = true;
     m_positionAskedAt = m_clock.monotonicSeconds();
-    auto message =
-        QDBusMessage::createMethodCall(m_owner, objectPath, propertiesInterface, QStringLiteral("Get"));
-    message << playerInterface << QStringLiteral("Position");
-    call(message, [this, asked = m_positionAskedAt](const QDBusMessage& reply) {
+    m_object.readPosition([this, asked = m_positionAskedAt](std::optional<double> position, bool hangs) {
         m_isReadingPosition = false;
-        const auto error = QDBusError(reply).type();
-        setAnswers(error != QDBusError::NoReply && error != QDBusError::Timeout &&
-                   error != QDBusError::TimedOut);
-        const auto position = MprisMetadataParser::number(reply.arguments().value(0));
-        if (reply.type() != QDBusMessage::ReplyMessage || !position)
-            return;
-        // It was true at some moment between the question and the answer.
-        auto moment = now();
-        const double half = (moment.monotonic - asked) / 2;
-        moment.monotonic -= half;
-        moment.wall = moment.wall.addMSecs(-std::lround(half * 1e3));
-        const double before = m_timeline.position(moment.monotonic);
-        m_timeline.read(*position, moment, asked);
-        if (m_timeline.position(moment.monotonic) != before)
-            Q_EMIT changed();
+        setAnswers(!hangs);
+        if (position)
+            handlePosition(*position, asked);
     });
+}
+
+void MprisPlayer::handlePosition(double position, double asked)
+{
+    // It was true at some moment between the question and the answer.
+    auto moment = now();
+    const double half = (moment.monotonic - asked) / 2;
+    moment.monotonic -= half;
+    moment.wall = moment.wall.addMSecs(-std::lround(half * 1e3));
+    const double before = m_timeline.position(moment.monotonic);
+    m_timeline.read(position, moment, asked);
+    if (m_timeline.position(moment.monotonic) != before)
+        Q_EMIT changed();
 }
 
 MprisTimeline::Place MprisPlayer::place()
 {
     return m_timeline.place(now());
-}
-
-void MprisPlayer::command(const QString& method, const QVariantList& arguments)
-{
-    auto message = QDBusMessage::createMethodCall(m_owner, objectPath, playerInterface, method);
-    message.setArguments(arguments);
-    // A player that refuses tells nobody else.
-    call(message, [](const QDBusMessage&) {});
 }
 
 bool MprisPlayer::togglePlayPause()
@@ -288,23 +248,23 @@ bool MprisPlayer::togglePlayPause()
     if (isPlaying ? !m_properties.canPause : !m_properties.canPlay)
         return false;
     if (m_properties.canPlay && m_properties.canPause)
-        command(QStringLiteral("PlayPause"));
+        m_object.command(QStringLiteral("PlayPause"));
     else
-        command(isPlaying ? QStringLiteral("Pause") : QStringLiteral("Play"));
+        m_object.command(isPlaying ? QStringLiteral("Pause") : QStringLiteral("Play"));
     return true;
 }
 
 bool MprisPlayer::next()
 {
     if (m_properties.canGoNext)
-        command(QStringLiteral("Next"));
+        m_object.command(QStringLiteral("Next"));
     return m_properties.canGoNext;
 }
 
 bool MprisPlayer::previous()
 {
     if (m_properties.canGoPrevious)
-        command(QStringLiteral("Previous"));
+        m_object.command(QStringLiteral("Previous"));
     return m_properties.canGoPrevious;
 }
 
@@ -318,10 +278,10 @@ void MprisPlayer::seek(double seconds)
     const auto inUnits = [this](double value) { return qlonglong(m_timeline.inPlayerUnits(value)); };
     const auto& trackId = m_properties.track->trackId;
     if (MprisMetadataParser::isTrackPath(trackId))
-        command(QStringLiteral("SetPosition"),
-                {QVariant::fromValue(QDBusObjectPath(trackId)), inUnits(goal)});
+        m_object.command(QStringLiteral("SetPosition"),
+                         {QVariant::fromValue(QDBusObjectPath(trackId)), inUnits(goal)});
     else
-        command(QStringLiteral("Seek"), {inUnits(goal - m_timeline.position(moment.monotonic))});
+        m_object.command(QStringLiteral("Seek"), {inUnits(goal - m_timeline.position(moment.monotonic))});
     // What it makes of that is looked at a moment later.
     m_timeline.moveTo(goal, moment);
     after(laterReadingSeconds, m_laterReading, &MprisPlayer::readPosition);
@@ -330,6 +290,5 @@ void MprisPlayer::seek(double seconds)
 
 void MprisPlayer::raise()
 {
-    call(QDBusMessage::createMethodCall(m_owner, objectPath, rootInterface, QStringLiteral("Raise")),
-         [](const QDBusMessage&) {});
+    m_object.raise();
 }

@@ -1,14 +1,13 @@
 #pragma once
 
+#include "platform/linux/mpris/MprisObject.h"
 #include "platform/linux/mpris/MprisProperties.h"
 #include "platform/linux/mpris/MprisTimeline.h"
 
 #include <QDBusConnection>
-#include <QDBusMessage>
 #include <QObject>
 #include <QVariantMap>
 
-#include <functional>
 #include <memory>
 
 class Clock;
@@ -28,7 +27,7 @@ public:
                 QObject* parent = nullptr);
     ~MprisPlayer() override;
 
-    const QString& owner() const { return m_owner; }
+    const QString& owner() const { return m_object.owner(); }
 
     /// Whether its state is known and it answers.
     bool isAvailable() const { return m_isKnown && m_pendingReads == 0 && m_answers; }
@@ -38,6 +37,8 @@ public:
     qint64 pid() const { return m_pid; }
     /// The id of its desktop file as it says itself; often empty, sometimes wrong.
     const QString& desktopEntry() const { return m_desktopEntry; }
+    /// What it calls itself; may be empty.
+    const QString& identity() const { return m_identity; }
     bool canRaise() const { return m_canRaise; }
 
     MprisTimeline::Place place();
@@ -59,29 +60,25 @@ Q_SIGNALS:
     /// Anything but the position's natural course has changed.
     void changed();
 
-private Q_SLOTS:
-    void handlePropertiesChanged(const QString& interface, const QVariantMap& values,
-                                 const QStringList& withoutValues);
-    void handleSeeked(const QDBusMessage& signal);
-
 private:
-    using Answer = std::function<void(const QDBusMessage&)>;
-
     MprisTimeline::Moment now() const;
     void readAll();
     void handleRead();
     void readPosition();
-    void call(const QDBusMessage& message, Answer answer);
-    void command(const QString& method, const QVariantList& arguments = {});
+    void handlePosition(double position, double asked);
+    void handleChange(const QVariantMap& values, bool others);
+    void handleSeeked(double position);
     void applySoon();
+    /// Takes over what it has told, unless it may be between two tracks: then what was known stays for a
+    /// moment.
     void apply();
-    void followTrack(const MprisProperties& former);
+    void take();
+    void followTrack(const MprisProperties& former, bool mayHaveMoved);
     void setAnswers(bool answers);
     void retryLater();
     void after(double seconds, std::shared_ptr<WorkItem>& item, void (MprisPlayer::*action)());
 
-    QDBusConnection m_bus;
-    const QString m_owner;
+    MprisObject m_object;
     MainQueue& m_mainQueue;
     const Clock& m_clock;
 
@@ -101,8 +98,11 @@ private:
     double m_positionAskedAt = 0;
     qint64 m_pid = 0;
     QString m_desktopEntry;
+    QString m_identity;
     bool m_canRaise = false;
     std::shared_ptr<WorkItem> m_apply;
+    /// Set while it may be between two tracks.
+    std::shared_ptr<WorkItem> m_gap;
     std::shared_ptr<WorkItem> m_laterReading;
     std::shared_ptr<WorkItem> m_retry;
 };

@@ -136,7 +136,7 @@ QList<RunningPlayer> MprisRegistry::players() const
     QList<RunningPlayer> players;
     for (const auto& [owner, entry] : m_players) {
         const auto& player = *entry.player;
-        players.append({player.pid(), player.desktopEntry(), player.canRaise()});
+        players.append({player.pid(), player.desktopEntry(), player.identity(), player.canRaise()});
     }
     return players;
 }

@@ -9,6 +9,8 @@ constexpr double milliseconds = 1e3;
 
 /// How long a player may still tell an old position, in seconds.
 constexpr double doubtfulSeconds = 0.9;
+/// A position this close to an old one is taken for that, in seconds.
+constexpr double likeness = 2;
 /// A reading that is this close to what was worked out brings no news.
 constexpr double tolerance = 0.05;
 /// The shortest time between two readings that tells the unit, in seconds. Whole seconds show then, too.
@@ -36,14 +38,36 @@ void MprisTimeline::setRate(double rate, const Moment& now)
 void MprisTimeline::startTrack(const Moment& now)
 {
     m_formerPosition = unbounded(now.monotonic);
+    m_left.reset();
     m_doubtfulUntil = now.monotonic + doubtfulSeconds;
     setPlace(0, now);
     m_reference.reset();
 }
 
+void MprisTimeline::seeked(double position, const Moment& now)
+{
+    const double told = position / unit();
+    if (m_left && now.monotonic < m_doubtfulUntil) {
+        const double former = m_left->position + (now.monotonic - m_left->monotonic) * m_rate;
+        const double distance = std::abs(told - former);
+        if (distance < likeness && distance < std::abs(told - unbounded(now.monotonic)))
+            return;
+    }
+    m_left.reset();
+    jump(told, now);
+}
+
 void MprisTimeline::moveTo(double seconds, const Moment& now)
 {
-    setPlace(std::max(0.0, seconds), now);
+    // Of several moves in a row the answers to the first may still be on their way.
+    if (!m_left || now.monotonic >= m_doubtfulUntil)
+        m_left = {position(now.monotonic), now.monotonic};
+    jump(seconds, now);
+}
+
+void MprisTimeline::jump(double position, const Moment& now)
+{
+    setPlace(std::max(0.0, position), now);
     m_doubtfulUntil = now.monotonic + doubtfulSeconds;
     m_formerPosition.reset();
     m_reference.reset();
@@ -52,7 +76,6 @@ void MprisTimeline::moveTo(double seconds, const Moment& now)
 void MprisTimeline::read(double position, const Moment& now, double asked)
 {
     if (asked < m_doubtfulUntil) {
-        constexpr double likeness = 2;
         const auto former = m_formerPosition;
         if (!former || (*former > likeness && std::abs(position / unit() - *former) < likeness))
             return;

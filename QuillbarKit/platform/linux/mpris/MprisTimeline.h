@@ -39,10 +39,11 @@ public:
     /// What the player says its position is, in its own units, asked for at `asked` (monotonic).
     void read(double position, const Moment& now, double asked);
 
-    /// It has moved to this position, in its own units. For a moment some still tell the one before.
-    void seeked(double position, const Moment& now) { moveTo(position / unit(), now); }
+    /// It says that it has moved to this position, in its own units. For a moment some still tell the one
+    /// before.
+    void seeked(double position, const Moment& now);
 
-    /// It has been told to move there, in seconds.
+    /// It has been told to move there, in seconds. Some answer that with word of a move to where they were.
     void moveTo(double seconds, const Moment& now);
 
     /// Seconds from 0 to the length.
@@ -69,6 +70,7 @@ private:
     double unit() const;
     bool lengthIsInMilliseconds() const;
     double unbounded(double monotonic) const;
+    void jump(double position, const Moment& now);
     void setPlace(double position, const Moment& now);
     void judgeUnits(const Reading& reading);
 
@@ -87,4 +89,6 @@ private:
     /// that still tell this position of the one before.
     double m_doubtfulUntil = 0;
     std::optional<double> m_formerPosition;
+    /// Where it was when it was told to move, until it says that it has.
+    std::optional<Reading> m_left;
 };

@@ -32,14 +32,20 @@ std::optional<ScriptResult> MprisScriptRunner::execute(const QString& source)
     const auto script = ScriptParser::parse(source);
     if (!script)
         return std::nullopt;
-    const auto busName = find(script->application);
+    const auto result = tell(*script);
+    return m_bus->isCancelled() ? std::nullopt : std::optional(result);
+}
+
+ScriptResult MprisScriptRunner::tell(const PlayerScript& script)
+{
+    const auto busName = find(script.application);
     if (!busName)
-        return ScriptResult{{}, {}, script->application + QStringLiteral(" isn’t running.")};
+        return {{}, {}, script.application + QStringLiteral(" isn’t running.")};
     using Unit = ScriptedMprisPlayer::DurationUnit;
     // The one program whose scripts know milliseconds.
-    const auto unit = script->application == u"Spotify" ? Unit::Milliseconds : Unit::Seconds;
+    const auto unit = script.application == u"Spotify" ? Unit::Milliseconds : Unit::Seconds;
     ScriptedMprisPlayer player(*m_bus, *busName, unit);
-    return ScriptEvaluator::evaluate(*script, player);
+    return ScriptEvaluator::evaluate(script, player);
 }
 
 QList<RunningApplication> MprisScriptRunner::runningApplications()
@@ -48,6 +54,11 @@ QList<RunningApplication> MprisScriptRunner::runningApplications()
     for (const auto& [busName, application] : players())
         applications.append(application);
     return applications;
+}
+
+void MprisScriptRunner::cancel()
+{
+    m_bus->cancel();
 }
 
 MprisScriptRunner::Players MprisScriptRunner::players()

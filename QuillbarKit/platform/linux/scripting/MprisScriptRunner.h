@@ -9,6 +9,7 @@
 
 class Clock;
 class PlayerBus;
+struct PlayerScript;
 
 /// Runs the scripts that are written for players against the player's object on the session bus. A script's
 /// application is the player that calls itself so, else one whose identifier holds the word. Never starts a
@@ -26,10 +27,13 @@ public:
     /// its bus name.
     QList<RunningApplication> runningApplications() override;
 
+    void cancel() override;
+
 private:
     /// By bus name.
     using Players = QList<std::pair<QString, RunningApplication>>;
 
+    ScriptResult tell(const PlayerScript& script);
     Players players();
     RunningApplication identity(const QString& busName);
     std::optional<QString> find(const QString& application);

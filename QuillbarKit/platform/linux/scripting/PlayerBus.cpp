@@ -1,10 +1,12 @@
 #include "platform/linux/scripting/PlayerBus.h"
 
-#include "platform/linux/mpris/MprisBus.h"
+#include "platform/linux/dbus/SessionBus.h"
 #include "platform/linux/mpris/MprisMetadataParser.h"
 #include "support/Clock.h"
 
 #include <QDBusError>
+#include <QDBusPendingCallWatcher>
+#include <QEventLoop>
 
 #include <atomic>
 
@@ -19,6 +21,11 @@ constexpr double silenceSeconds = 5;
 bool isSilence(QDBusError::ErrorType error)
 {
     return error == QDBusError::NoReply || error == QDBusError::Timeout || error == QDBusError::TimedOut;
+}
+
+QDBusMessage cancelled()
+{
+    return QDBusMessage::createError(QDBusError::Failed, QStringLiteral("No player is waited for any more."));
 }
 
 QString nextConnectionName()
@@ -59,6 +66,8 @@ QStringList PlayerBus::players()
 QDBusMessage PlayerBus::call(const QDBusMessage& message)
 {
     const QString service = message.service();
+    if (isCancelled())
+        return cancelled();
     if (!connect())
         return QDBusMessage::createError(QDBusError::Disconnected,
                                          QStringLiteral("There is no session bus."));
@@ -66,7 +75,38 @@ QDBusMessage PlayerBus::call(const QDBusMessage& message)
         return QDBusMessage::createError(QDBusError::Failed, service + QStringLiteral(" doesn’t answer."));
     QDBusMessage call = message;
     call.setAutoStartService(false);
-    return m_connection.call(call, QDBus::Block, answerMilliseconds);
+    return wait(m_connection.asyncCall(call, answerMilliseconds));
+}
+
+QDBusMessage PlayerBus::wait(const QDBusPendingCall& call)
+{
+    // A loop, since a call that the library itself waits for can't be ended from outside.
+    const QDBusPendingCallWatcher watcher(call);
+    QEventLoop answer;
+    QObject::connect(&watcher, &QDBusPendingCallWatcher::finished, &answer, &QEventLoop::quit);
+    std::unique_lock lock(m_mutex);
+    if (!m_isCancelled) {
+        m_waiting = &answer;
+        lock.unlock();
+        answer.exec();
+        lock.lock();
+        m_waiting = nullptr;
+    }
+    return watcher.isFinished() ? watcher.reply() : cancelled();
+}
+
+void PlayerBus::cancel()
+{
+    const std::lock_guard lock(m_mutex);
+    m_isCancelled = true;
+    if (m_waiting)
+        QMetaObject::invokeMethod(m_waiting, &QEventLoop::quit, Qt::QueuedConnection);
+}
+
+bool PlayerBus::isCancelled() const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_isCancelled;
 }
 
 std::optional<QVariantMap> PlayerBus::properties(const QString& player, const QString& interface)
@@ -91,8 +131,7 @@ bool PlayerBus::connect()
     if (!m_connectionName.isEmpty())
         QDBusConnection::disconnectFromBus(m_connectionName);
     m_connectionName.clear();
-    // Without an address to look at, the library would start a bus of its own.
-    if (!MprisBus::isAnnounced())
+    if (!SessionBus::isAnnounced())
         return false;
     m_connectionName = nextConnectionName();
     m_connection = QDBusConnection::connectToBus(QDBusConnection::SessionBus, m_connectionName);

@@ -161,6 +161,11 @@ bool X11PointerMonitor::eventFilter(QObject* watched, QEvent* event)
         m_isOverOwnWindow = false;
         callAll(m_localHandlers);
         break;
+    case QEvent::MouseButtonRelease:
+        // What it held may have been all that kept it.
+        if (watched->isWindowType())
+            callAll(m_localHandlers);
+        break;
     default:
         break;
     }

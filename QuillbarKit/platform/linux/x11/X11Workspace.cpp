@@ -8,6 +8,7 @@
 
 #include <xcb/res.h>
 
+#include <algorithm>
 #include <utility>
 
 #include <unistd.h>
@@ -181,8 +182,12 @@ std::optional<QString> X11Workspace::frontmostApplication() const
 
 std::optional<QString> X11Workspace::applicationName(const QString& bundleIdentifier) const
 {
-    const auto* entry = m_applications.index().withId(bundleIdentifier);
-    return entry ? std::optional(entry->name) : std::nullopt;
+    if (const auto* entry = m_applications.index().withId(bundleIdentifier))
+        return entry->name;
+    const auto players = playersOf(bundleIdentifier);
+    const auto named =
+        std::ranges::find_if(players, [](const auto& each) { return !each.identity.isEmpty(); });
+    return named == players.end() ? std::nullopt : std::optional(named->identity);
 }
 
 std::optional<QImage> X11Workspace::applicationIcon(const QString& bundleIdentifier, int pixels) const

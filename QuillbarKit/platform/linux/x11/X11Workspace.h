@@ -2,13 +2,13 @@
 
 #include "platform/Workspace.h"
 #include "platform/linux/applications/DesktopEntries.h"
+#include "platform/linux/applications/RunningPlayers.h"
 #include "platform/linux/applications/WindowFacts.h"
 
 #include <QObject>
 
 #include <xcb/xcb.h>
 
-class RunningPlayers;
 class X11Connection;
 
 /// Follows the window that the window manager calls active. A native Wayland window is not seen here, and
@@ -42,8 +42,10 @@ private:
     std::optional<WindowFacts> factsOf(xcb_window_t window, bool& isOurs) const;
     qint64 processOf(const Requests& requests) const;
     xcb_window_t windowOf(const QString& bundleIdentifier) const;
-    /// Of a player of that program, 0 where there is none.
-    qint64 playerOf(const QString& bundleIdentifier, bool mustRaise) const;
+    /// Those of that program.
+    QList<RunningPlayer> playersOf(const QString& bundleIdentifier) const;
+    /// The process of one of them that can show itself, 0 where there is none.
+    qint64 playerToRaise(const QString& bundleIdentifier) const;
     void askTime();
     void activateWindow(xcb_timestamp_t time);
 

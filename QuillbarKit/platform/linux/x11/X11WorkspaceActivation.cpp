@@ -2,7 +2,6 @@
 
 #include "platform/linux/applications/ApplicationMatch.h"
 #include "platform/linux/applications/ProcessReader.h"
-#include "platform/linux/applications/RunningPlayers.h"
 #include "platform/linux/x11/X11Connection.h"
 #include "platform/linux/x11/X11Reply.h"
 #include "platform/linux/x11/X11Workspace.h"
@@ -46,7 +45,7 @@ std::optional<QString> X11Workspace::applicationForProcess(qint64 pid) const
 
 bool X11Workspace::isRunning(const QString& bundleIdentifier) const
 {
-    return windowOf(bundleIdentifier) != XCB_WINDOW_NONE || playerOf(bundleIdentifier, false) > 0;
+    return windowOf(bundleIdentifier) != XCB_WINDOW_NONE || playerToRaise(bundleIdentifier) > 0;
 }
 
 bool X11Workspace::activate(const QString& bundleIdentifier)
@@ -56,18 +55,24 @@ bool X11Workspace::activate(const QString& bundleIdentifier)
         askTime();
         return true;
     }
-    const auto player = playerOf(bundleIdentifier, true);
+    const auto player = playerToRaise(bundleIdentifier);
     if (player > 0)
         m_players->raise(player);
     return player > 0;
 }
 
-qint64 X11Workspace::playerOf(const QString& bundleIdentifier, bool mustRaise) const
+QList<RunningPlayer> X11Workspace::playersOf(const QString& bundleIdentifier) const
 {
-    const auto players = m_players ? m_players->players() : QList<RunningPlayer>();
-    const auto found = std::ranges::find_if(players, [&](const RunningPlayer& player) {
-        return (player.canRaise || !mustRaise) && applicationForProcess(player.pid) == bundleIdentifier;
-    });
+    auto players = m_players ? m_players->players() : QList<RunningPlayer>();
+    players.removeIf(
+        [&](const RunningPlayer& player) { return applicationForProcess(player.pid) != bundleIdentifier; });
+    return players;
+}
+
+qint64 X11Workspace::playerToRaise(const QString& bundleIdentifier) const
+{
+    const auto players = playersOf(bundleIdentifier);
+    const auto found = std::ranges::find_if(players, &RunningPlayer::canRaise);
     return found == players.end() ? 0 : found->pid;
 }
 
