@@ -77,7 +77,7 @@ RunningApplication MprisScriptRunner::identity(const QString& busName)
         return *known;
     const auto properties = m_bus->properties(busName, mprisInterface);
     const auto said = properties.value_or(QVariantMap());
-    const RunningApplication application{
+    RunningApplication application{
         orElse(MprisMetadataParser::text(said.value(QStringLiteral("Identity"))), lastPart(busName)),
         orElse(MprisMetadataParser::text(said.value(QStringLiteral("DesktopEntry"))), lastPart(busName))};
     if (properties)
