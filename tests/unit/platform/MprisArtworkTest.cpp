@@ -207,6 +207,21 @@ TEST(MprisArtworkFile, DataAddressesAreDecoded)
     EXPECT_EQ(dataOf(QStringLiteral("data:,") + QString(MprisArtworkFile::largest + 1, u'a')), QByteArray());
 }
 
+TEST(MprisArtworkFile, WhatIsAtAnAddressIsAFilesOrItsOwn)
+{
+    const QTemporaryDir folder;
+    QFile file(folder.filePath(QStringLiteral("a cöver#1")));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("picture");
+    file.close();
+    using MprisArtworkFile::at;
+    EXPECT_EQ(at(QUrl::fromLocalFile(file.fileName()).toString(QUrl::FullyEncoded)), "picture");
+    EXPECT_EQ(at(QStringLiteral("data:image/png;base64,cGljdHVyZQ==")), "picture");
+    for (const auto* address :
+         {"", "https://covers.example/1.jpg", "picture.png", "file:///nowhere", "data:image/png;base64,~"})
+        EXPECT_EQ(at(QString::fromLatin1(address)), QByteArray()) << address;
+}
+
 TEST(MprisArtworkFile, ASandboxedPlayerMeansItsOwnFiles)
 {
     using MprisArtworkFile::places;

@@ -97,3 +97,12 @@ QByteArray MprisArtworkFile::dataOf(const QString& address)
     const auto bytes = isBase64 ? QByteArray::fromBase64(body) : body;
     return bytes.size() > largest ? QByteArray() : bytes;
 }
+
+QByteArray MprisArtworkFile::at(const QString& address)
+{
+    const auto files = places(address, 0);
+    if (files.isEmpty())
+        return dataOf(address);
+    const auto contents = read(files, {});
+    return contents ? contents->bytes : QByteArray();
+}

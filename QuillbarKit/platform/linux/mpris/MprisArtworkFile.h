@@ -39,4 +39,7 @@ std::optional<Contents> read(const QStringList& places, const Stamp& known);
 
 /// What a data URL (RFC 2397) holds; empty when it is none or too large.
 QByteArray dataOf(const QString& address);
+
+/// What a file's address or a data URL gives; empty for any other, and where there is nothing of use.
+QByteArray at(const QString& address);
 } // namespace MprisArtworkFile

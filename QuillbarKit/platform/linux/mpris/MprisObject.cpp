@@ -1,8 +1,8 @@
 #include "platform/linux/mpris/MprisObject.h"
 
+#include "platform/linux/dbus/SessionBus.h"
 #include "platform/linux/mpris/MprisMetadataParser.h"
 
-#include <QDBusError>
 #include <QDBusPendingCallWatcher>
 
 #include <utility>
@@ -98,11 +98,8 @@ void MprisObject::readPosition(std::function<void(std::optional<double>, bool)> 
     auto question = message(propertiesInterface, QStringLiteral("Get"));
     question << playerInterface << QStringLiteral("Position");
     call(question, [answer = std::move(answer)](const QDBusMessage& reply) {
-        const auto error = QDBusError(reply).type();
-        const bool hangs =
-            error == QDBusError::NoReply || error == QDBusError::Timeout || error == QDBusError::TimedOut;
         answer(isReply(reply) ? MprisMetadataParser::number(reply.arguments().value(0)) : std::nullopt,
-               hangs);
+               SessionBus::isSilence(reply));
     });
 }
 

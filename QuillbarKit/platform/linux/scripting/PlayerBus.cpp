@@ -18,11 +18,6 @@ const auto busService = QStringLiteral("org.freedesktop.DBus");
 constexpr int answerMilliseconds = 2000;
 constexpr double silenceSeconds = 5;
 
-bool isSilence(QDBusError::ErrorType error)
-{
-    return error == QDBusError::NoReply || error == QDBusError::Timeout || error == QDBusError::TimedOut;
-}
-
 QDBusMessage cancelled()
 {
     return QDBusMessage::createError(QDBusError::Failed, QStringLiteral("No player is waited for any more."));
@@ -117,7 +112,7 @@ std::optional<QVariantMap> PlayerBus::properties(const QString& player, const QS
     message << interface;
     const auto reply = call(message);
     // A command may take its time, so this alone tells a player that hangs.
-    if (isSilence(QDBusError(reply).type()))
+    if (SessionBus::isSilence(reply))
         m_silentUntil.insert(player, m_clock.monotonicSeconds() + silenceSeconds);
     if (reply.type() != QDBusMessage::ReplyMessage)
         return std::nullopt;

@@ -1,7 +1,7 @@
 #include "platform/linux/scripting/ScriptedMprisPlayer.h"
 
+#include "platform/linux/mpris/MprisArtworkFile.h"
 #include "platform/linux/mpris/MprisMetadataParser.h"
-#include "platform/linux/scripting/LocalCover.h"
 #include "platform/linux/scripting/PlayerBus.h"
 #include "platform/linux/scripting/ScriptError.h"
 
@@ -105,8 +105,8 @@ ScriptValue ScriptedMprisPlayer::property(const QString& name)
         failUnknown(name);
     }
     if (name == u"raw data of artwork 1 of current track") {
-        if (const auto cover = LocalCover::read(track().artUrl))
-            return *cover;
+        if (const auto cover = MprisArtworkFile::at(track().artUrl); !cover.isEmpty())
+            return cover;
     }
     // Favourites have no counterpart on the bus.
     failUnknown(name);
