@@ -36,9 +36,11 @@ void MouseTracker::stop()
 
 void MouseTracker::evaluate()
 {
-    // Its release is an event of our own windows, and looked at like a movement.
-    if (m_isInside && isHolding && isHolding())
+    // Press and release are looked at like movements, and may be heard of later than one.
+    if (isHolding && isHolding()) {
+        setInside(true);
         return;
+    }
     const auto pointer = m_pointerMonitor.mouseLocation();
     const auto frame = pointer ? watchedFrame(*pointer) : std::nullopt;
     if (!frame) {

@@ -67,18 +67,33 @@ TEST_F(MouseTrackerTest, TheZonesEdgesCountAsInside)
 
 TEST_F(MouseTrackerTest, APointerThatHoldsSomethingHasNotLeftUntilItLetsGo)
 {
-    bool holds = true;
+    bool holds = false;
     tracker.isHolding = [&holds] { return holds; };
+    const auto press = [&](bool down) {
+        holds = down;
+        pointer.moveOverOurs(pointer.location);
+        queue.runUntilIdle();
+    };
     tracker.start();
-    moveTo(100, 100);
-    EXPECT_THAT(changes, IsEmpty()) << "nor come in";
     moveTo(640, 790);
+    press(true);
     moveTo(100, 100);
     EXPECT_THAT(changes, ElementsAre(true));
-    holds = false;
+    press(false);
+    EXPECT_THAT(changes, ElementsAre(true, false));
+}
+
+TEST_F(MouseTrackerTest, APressThatIsHeardOfAfterThePointerHasLeftBringsItBack)
+{
+    bool holds = false;
+    tracker.isHolding = [&holds] { return holds; };
+    tracker.start();
+    moveTo(640, 790);
+    moveTo(100, 100);
+    holds = true;
     pointer.moveOverOurs(pointer.location);
     queue.runUntilIdle();
-    EXPECT_THAT(changes, ElementsAre(true, false));
+    EXPECT_THAT(changes, ElementsAre(true, false, true));
 }
 
 TEST_F(MouseTrackerTest, APointerAboveTheDisplaysTopEdgeIsOutside)

@@ -161,8 +161,9 @@ bool X11PointerMonitor::eventFilter(QObject* watched, QEvent* event)
         m_isOverOwnWindow = false;
         callAll(m_localHandlers);
         break;
+    case QEvent::MouseButtonPress:
     case QEvent::MouseButtonRelease:
-        // What it held may have been all that kept it.
+        // What it holds may be all that keeps it.
         if (watched->isWindowType())
             callAll(m_localHandlers);
         break;
