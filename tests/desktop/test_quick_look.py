@@ -134,7 +134,7 @@ def test_space_on_a_row_shows_its_image_and_escape_gives_the_keyboard_back(deskt
     assert preview.is_clean()
 
 
-# Not under mutter: there the display now and then keeps the picture before until the window is exposed again.
+@every_manager
 def test_the_arrows_turn_over_several_files(desktop, preview_of):
     pictures = [desktop.home / "first.png", desktop.home / "second.png"]
     colours = [RED, (30, 30, 200)]

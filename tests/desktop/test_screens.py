@@ -2,7 +2,7 @@
 
 import pytest
 
-from harness.drawing import BLACK, extent, matches
+from harness.drawing import extent, matches
 from harness.waiting import wait_until
 from harness.x11 import Rect
 
@@ -90,10 +90,15 @@ def test_a_monitor_is_unplugged_and_plugged_again(sway_desktop):
     )
     place = sway_desktop.panel.geometry
     sway_opens_and_closes(sway_desktop, place.x + 300)
-    # One black notch and no second copy anywhere.
+    # One notch at rest and no second copy anywhere. Its corners meet at the sides, where it blends.
+    height = min(each["rect"]["height"] for each in sway_desktop.outputs().values())
+
+    def drawn():
+        screen = sway_desktop.screenshot()
+        return extent(~matches(screen, screen.getpixel((0, height - 1)))[:height])
+
     wait_until(
-        lambda: extent(matches(sway_desktop.screenshot(), BLACK)[:24])
-        == (place.x + 200, 0, place.x + 400, 24),
+        lambda: drawn() == (place.x + 200, 0, place.x + 400, 24),
         what="only one notch is drawn",
     )
 

@@ -139,9 +139,11 @@ void ClipboardPanelController::closeQuickLook()
 {
     m_quickLookActive = false;
     m_previewURLs.clear();
-    m_quickLookModel = nullptr;
     if (!m_quickLookWindow)
         return;
+    // It lives a little longer, and what it reads may still arrive.
+    m_quickLookModel->disconnect(this);
+    m_quickLookModel = nullptr;
     m_quickLookWindow->resignKey();
     m_quickLookWindow->hide();
     // It may be handling the very key that closes it.

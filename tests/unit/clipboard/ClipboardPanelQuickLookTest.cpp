@@ -213,6 +213,18 @@ TEST_F(ClipboardPanelQuickLookTest, SpaceOrEscapeInItGivesThePanelTheKeyboard)
     EXPECT_THAT(temporaryFiles(), SizeIs(1));
 }
 
+TEST_F(ClipboardPanelQuickLookTest, ItMayEndRightBeforeItsFileArrives)
+{
+    openOnImage();
+    pressSpace();
+    quickLookQueue->runAll();
+    Q_EMIT quickLookView->closeRequested();
+    queue.runUntilIdle();
+    EXPECT_TRUE(quickLookView.isNull());
+    EXPECT_FALSE(controller.quickLookActive());
+    EXPECT_TRUE(controller.isOpen());
+}
+
 TEST_F(ClipboardPanelQuickLookTest, AHeldKeyOpensItOnce)
 {
     openOnImage();

@@ -2,6 +2,7 @@
 
 #include "platform/linux/ScreenSpace.h"
 #include "platform/linux/x11/X11Connection.h"
+#include "platform/linux/x11/X11FrameReminder.h"
 #include "platform/linux/x11/X11KeyWindow.h"
 #include "platform/linux/x11/X11Reply.h"
 #include "platform/linux/x11/X11StackKeeper.h"
@@ -122,6 +123,9 @@ void X11WindowServer::applyTraits(QWindow& window, const WindowTraits& traits)
     m_shapes.insert(&window, {});
     connect(&window, &QObject::destroyed, this,
             [this](QObject* gone) { m_shapes.remove(static_cast<QWindow*>(gone)); });
+    // Owned by the window. Under Wayland the server itself hands the drawing on.
+    if (!m_isXWayland)
+        new X11FrameReminder(m_connection, window);
     if (!traits.hasShadow) {
         // Compositing managers of X11 that draw shadows look here; the rectangle would get one, not the
         // shape.
