@@ -33,7 +33,7 @@ def start_player(desktop):
 
     yield start
     for player in running:
-        player.close()
+        player.kill()
 
 
 @pytest.fixture
@@ -77,15 +77,15 @@ def test_what_music_plays(music, media):
 def test_each_command_arrives_at_spotify(spotify, media):
     media.wait_for_title("Autobahn")
     for command, call in (
-        ("playpause", ["PlayPause"]),
-        ("next", ["Next"]),
-        ("previous", ["Previous"]),
-        ("seek 12.5", ["SetPosition", TRACK, 12_500_000]),
-        ("shuffle true", ["Set", "Shuffle", 1]),
-        ("repeat one", ["Set", "LoopStatus", "Playlist"]),
-        ("repeat off", ["Set", "LoopStatus", "None"]),
-        ("repeat all", ["Set", "LoopStatus", "Playlist"]),
-        ("shuffle false", ["Set", "Shuffle", 0]),
+        ("playpause", ("PlayPause",)),
+        ("next", ("Next",)),
+        ("previous", ("Previous",)),
+        ("seek 12.5", ("SetPosition", TRACK, 12_500_000)),
+        ("shuffle true", ("Set", "Shuffle", 1)),
+        ("repeat one", ("Set", "LoopStatus", "Playlist")),
+        ("repeat off", ("Set", "LoopStatus", "None")),
+        ("repeat all", ("Set", "LoopStatus", "Playlist")),
+        ("shuffle false", ("Set", "Shuffle", 0)),
     ):
         check_command(media, command, spotify, call)
 
@@ -93,14 +93,14 @@ def test_each_command_arrives_at_spotify(spotify, media):
 def test_each_command_arrives_at_music(music, media):
     media.wait_for_title("Autobahn")
     for command, call in (
-        ("playpause", ["PlayPause"]),
-        ("next", ["Next"]),
-        ("previous", ["Previous"]),
-        ("seek 30", ["SetPosition", TRACK, 30_000_000]),
-        ("shuffle true", ["Set", "Shuffle", 1]),
-        ("repeat one", ["Set", "LoopStatus", "Track"]),
-        ("repeat all", ["Set", "LoopStatus", "Playlist"]),
-        ("repeat off", ["Set", "LoopStatus", "None"]),
+        ("playpause", ("PlayPause",)),
+        ("next", ("Next",)),
+        ("previous", ("Previous",)),
+        ("seek 30", ("SetPosition", TRACK, 30_000_000)),
+        ("shuffle true", ("Set", "Shuffle", 1)),
+        ("repeat one", ("Set", "LoopStatus", "Track")),
+        ("repeat all", ("Set", "LoopStatus", "Playlist")),
+        ("repeat off", ("Set", "LoopStatus", "None")),
     ):
         check_command(media, command, music, call)
 
@@ -110,7 +110,7 @@ def test_a_favourite_has_no_place_on_the_bus_and_harms_nothing(music, media):
     media.send("loved true")
     media.send("next")
     music.wait_for_call("Next")
-    assert music.calls == [["Next"]]
+    assert music.calls == [("Next",)]
     assert not [line for line in media.helper.lines if "error" in line]
 
 
@@ -143,7 +143,7 @@ def test_of_two_players_the_one_that_plays_is_shown_and_told(spotify, music, med
     media.wait_for_title("Autobahn")
     media.send("previous")
     spotify.wait_for_call("Previous")
-    assert music.calls == [["Next"]]
+    assert music.calls == [("Next",)]
 
 
 def test_a_player_is_known_by_the_word_in_its_bus_name(start_player, media):
@@ -224,7 +224,7 @@ def test_one_that_hangs_leaves_the_other_to_be_seen(spotify, music, media):
 
 def test_a_player_that_quits_is_gone_until_it_comes_back(spotify, start_player, media):
     media.wait_for_title("Autobahn")
-    spotify.close()
+    spotify.kill()
     media.wait_for_nothing()
     media.send("playpause")
     media.wait_for_looks(2)

@@ -78,8 +78,6 @@ class FakePlayer:
         if track is not None:
             first["Metadata"] = track
         state["quietly"] = {key: value for key, value in first.items() if value is not None}
-        if options and "hangs" in options:
-            state["options"] = options
         self._popen = subprocess.Popen(
             [sys.executable, str(_FAKE), name, json.dumps(state)],
             env=session.env,
@@ -92,7 +90,7 @@ class FakePlayer:
         self.lines = []
         self._reader = threading.Thread(target=self._read, daemon=True)
         self._reader.start()
-        wait_until(lambda: "ready" in self.lines, what="the fake player is up")
+        wait_until(lambda: "ready" in self.lines, 30.0, "the fake player is up")
 
     def _read(self):
         for line in self._popen.stdout:
