@@ -104,7 +104,7 @@ def main():
     parser.add_argument("--seconds", type=float, default=300)
     parser.add_argument("--running", choices=MODES, help="what runs meanwhile; else nothing does")
     arguments = parser.parse_args()
-    places = places_of(MODES[arguments.running], "Start") if arguments.running else []
+    places = places_of("Timer", MODES[arguments.running], "Start") if arguments.running else []
     desktop = Bench(wm=COMPOSITED)
     try:
         app = desktop.launch_closed()

@@ -1,7 +1,8 @@
 #!/usr/bin/python3
-"""What following a player costs, and how soon a new track is told, beside playerctl and Waybar.
+"""What showing what plays costs; and following a player, beside playerctl and Waybar.
 
-All three follow the same player at the same time, in one Wayland session. Debian builds Waybar without its module
+First Quillbar alone beside a compositor, while a player plays: closed, with the bars moving beside the notch, and
+open: its CPU, what it draws and how often. Then all three follow the same player at the same time, in one Wayland session. Debian builds Waybar without its module
 for players, so it shows what a playerctl of its own prints, the way its manual tells; the CPU of that one is not
 counted in. First the CPU of each while it plays, a new track now and then, Quillbar closed with its cover and bars
 beside the notch. Then, the player paused so that nothing else is drawn, the time from a new title on the bus to the
@@ -16,7 +17,8 @@ import shlex
 import threading
 import time
 
-from session import FrameWatch, cpu_seconds, tell
+from PIL import Image
+from session import COMPOSITED, ONE_FRAME, Bench, FrameWatch, cpu_seconds, tell
 
 from harness.players import FakePlayer, track
 from harness.sway import SwayDesktop
@@ -78,6 +80,54 @@ class Session(SwayDesktop):
         return app
 
 
+LONG_TITLE = "Suite for a Slow River and Two Very Patient Ferrymen, Third Movement (Evening)"
+
+
+def tell_drawing(name, desktop, app, seconds):
+    """The CPU and the drawing of so many seconds."""
+    watch = FrameWatch(desktop.env["DISPLAY"])
+    watch.watch_panel(desktop)
+    frames, areas = [], []
+    cpu, began = cpu_seconds(app.pid), time.monotonic()
+    while (left := began + seconds - time.monotonic()) > 0:
+        for when, event in watch.events(left):
+            if watch.is_drawing(event):
+                areas.append(event.area.width * event.area.height)
+                if not frames or when - frames[-1] > ONE_FRAME:
+                    frames.append(when)
+    took = time.monotonic() - began
+    cpu = cpu_seconds(app.pid) - cpu
+    window = desktop.panel.geometry
+    print(
+        f"{name}, {took:.0f} s: CPU {100 * cpu / took:.2f} % of a core; {len(frames) / took:.1f} frames a second;"
+        f" largest area drawn at once {max(areas)} of the window's {window.width * window.height} pixels"
+    )
+    tell(f"{name}, between frames", [(b - a) * 1000 for a, b in zip(frames, frames[1:])], "ms")
+    watch.close()
+
+
+def measure_drawing(seconds):
+    desktop = Bench(wm=COMPOSITED)
+    try:
+        cover = desktop.home / "cover.png"
+        Image.effect_noise((600, 600), 60).convert("RGB").save(cover)
+        player = FakePlayer(desktop, track=track(LONG_TITLE, mpris_artUrl=cover.as_uri()), CanPlay=True)
+        desktop.leave()
+        app = desktop.start_plain()
+        desktop.panel.wait_until_shown()
+        # The bars never rest, so neither does it.
+        time.sleep(3)
+        tell_drawing("closed while it plays", desktop, app, seconds)
+        desktop.open_panel()
+        time.sleep(3)
+        tell_drawing("open, a long title running", desktop, app, seconds)
+        player.set(Metadata=track("Short", mpris_artUrl=cover.as_uri()))
+        time.sleep(3)
+        tell_drawing("open", desktop, app, seconds)
+    finally:
+        desktop.close()
+
+
 def measure_cpu(seconds, every):
     session = Session()
     try:
@@ -132,11 +182,16 @@ def measure_latency(count):
 
 def main():
     parser = argparse.ArgumentParser(description=__doc__)
+    parser.add_argument(
+        "--drawing", type=float, default=60, help="seconds of each state of Quillbar's; 0: none"
+    )
     parser.add_argument("--seconds", type=float, default=300, help="of playing for the CPU figures; 0: none")
     parser.add_argument("--every", type=float, default=20, help="seconds from one track to the next")
     parser.add_argument("--tracks", type=int, default=30, help="for the times; 0: none")
     arguments = parser.parse_args()
     print(f"{os.cpu_count()} cores, load {os.getloadavg()[0]:.1f}")
+    if arguments.drawing:
+        measure_drawing(arguments.drawing)
     if arguments.seconds:
         measure_cpu(arguments.seconds, arguments.every)
     if arguments.tracks:

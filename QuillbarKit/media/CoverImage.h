@@ -19,7 +19,7 @@ class CoverImage : public PaintedItem
     Q_PROPERTY(QVariant image READ imageVariant WRITE setImageVariant NOTIFY imageChanged)
     Q_PROPERTY(bool exists READ exists NOTIFY imageChanged)
     /// Tells one picture from another.
-    Q_PROPERTY(qint64 imageKey READ imageKey NOTIFY imageChanged)
+    Q_PROPERTY(QString imageKey READ imageKey NOTIFY imageChanged)
     // In points.
     Q_PROPERTY(double topLeftRadius MEMBER m_topLeftRadius NOTIFY changed)
     Q_PROPERTY(double topRightRadius MEMBER m_topRightRadius NOTIFY changed)
@@ -36,7 +36,7 @@ public:
 
     QVariant imageVariant() const { return m_image; }
     void setImageVariant(const QVariant& image);
-    qint64 imageKey() const { return m_image.cacheKey(); }
+    QString imageKey() const { return QString::number(m_image.cacheKey()); }
     bool exists() const { return !m_image.isNull(); }
 
     void paint(QPainter* painter) override;

@@ -56,7 +56,8 @@ Control {
             required property int index
             readonly property real presence: swap.presence(index)
             // Two of the same picture that fade into one another would show what is behind them.
-            readonly property bool isCovered: swap.front !== index && exists && faces.itemAt(swap.front).imageKey === imageKey
+            readonly property CoverImage inFront: faces.itemAt(swap.front) as CoverImage
+            readonly property bool isCovered: swap.front !== index && exists && inFront !== null && inFront.imageKey === imageKey
 
             strokeWidth: 0.5
             groundTop: Qt.rgba(1, 1, 1, 0.12)

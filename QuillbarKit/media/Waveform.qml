@@ -6,9 +6,10 @@ WaveformBars {
     id: bars
 
     required property bool isPlaying
-    // How many drawn steps a swing one way takes. Beside the closed notch they show all day: as few as the eye
-    // takes for a movement. A timer counts whole milliseconds: of these steps a swing has a whole number.
-    property int steps: 10
+    // How many drawn steps a swing one way takes; 0: as many as the display shows frames. Beside the closed notch the
+    // bars show all day: there, as few as the eye takes for a movement. A timer counts whole milliseconds: of these
+    // steps a swing has a whole number.
+    property int steps: 0
     readonly property int swingMilliseconds: 450
 
     liveliness: isPlaying ? 1 : 0
@@ -23,12 +24,33 @@ WaveformBars {
         }
     }
 
+    SequentialAnimation on phase {
+        objectName: "swing"
+        running: bars.visible && bars.isPlaying && bars.steps === 0
+        loops: Animation.Infinite
+
+        NumberAnimation {
+            to: 1
+            duration: bars.swingMilliseconds
+            easing.type: Easing.BezierSpline
+            easing.bezierCurve: [0.42, 0, 0.58, 1, 1, 1]
+        }
+
+        NumberAnimation {
+            to: 0
+            duration: bars.swingMilliseconds
+            easing.type: Easing.BezierSpline
+            easing.bezierCurve: [0.42, 0, 0.58, 1, 1, 1]
+        }
+    }
+
     Timer {
         property int step: 0
 
-        interval: bars.swingMilliseconds / bars.steps
+        objectName: "steps"
+        interval: bars.swingMilliseconds / Math.max(1, bars.steps)
         repeat: true
-        running: bars.visible && bars.isPlaying
+        running: bars.visible && bars.isPlaying && bars.steps > 0
         onRunningChanged: step = 0
         onTriggered: {
             step = (step + 1) % (2 * bars.steps);

@@ -51,10 +51,10 @@ double WaveformBars::barHeight(int index, double phase, double liveliness)
 
 void WaveformBars::redrawIfSeen()
 {
-    const double halves = 2 * (window() ? window()->effectiveDevicePixelRatio() : 1);
+    const double eighths = 8 * (window() ? window()->effectiveDevicePixelRatio() : 1);
     QList<double> heights;
     for (int bar = 0; bar < m_barCount; ++bar)
-        heights.append(std::round(barHeight(bar, m_phase, m_liveliness) * halves) / halves);
+        heights.append(std::round(barHeight(bar, m_phase, m_liveliness) * eighths) / eighths);
     if (heights == m_drawn)
         return;
     m_drawn = heights;

@@ -6,7 +6,7 @@
 #include <QtQmlIntegration>
 
 /// White capsules side by side, swinging between two fixed patterns or resting as a flat line. They are drawn
-/// anew only when a bar has grown or shrunk by half a device pixel.
+/// anew only when a bar has grown or shrunk by an eighth of a device pixel.
 class WaveformBars : public PaintedItem
 {
     Q_OBJECT

@@ -234,6 +234,7 @@ def test_the_keyboard_comes_back_from_a_window_that_took_it_past_the_manager(des
     panel.window.set_input_focus(X.RevertToPointerRoot, X.CurrentTime)
     panel.connection.sync()
     wait_until(lambda: desktop.x.focus_id() == panel.window.id, what="the panel has the keyboard")
+    wait_until(lambda: not client.has_focus(), what="the manager has heard of it")
     client.forget()
     assert front(paster) == 0, "the panel is no program's window"
     assert paste(paster, client.window.id)

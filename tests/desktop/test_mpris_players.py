@@ -198,7 +198,7 @@ def agrees(stage, player, within=0.25):
         ours = stage.now_playing.info
         return abs(ours.get("position", -1e9) - player.position()) <= within
 
-    wait_until(close, 20, f"our position is the player's: {stage.now_playing.info}", interval=0.1)
+    wait_until(close, 60, f"our position is the player's: {stage.now_playing.info}", interval=0.1)
 
 
 @pytest.mark.parametrize("kind", PLAYERS, ids=lambda kind: kind.name)

@@ -257,21 +257,25 @@ TEST_F(MediaViewsTest, WhilePlayingTheBarsSwingAndPausedTheyAreAFlatLine)
 
 TEST_F(MediaViewsTest, ASwingOfTheBarsTakesTheSameTimeInTheDrawerAndBesideTheNotch)
 {
-    const auto swing = [&] {
+    const auto bars = [&] {
         const auto found = ofType("WaveformBars");
-        if (found.size() != 1)
-            return 0;
-        int milliseconds = 0;
-        for (const auto* child : found.first()->children()) {
-            if (child->property("interval").isValid())
-                milliseconds = child->property("interval").toInt() * found.first()->property("steps").toInt();
-        }
-        return milliseconds;
+        return found.size() == 1 ? found.first() : nullptr;
     };
     launchOpen(track());
-    EXPECT_EQ(swing(), 450);
+    ASSERT_NE(bars(), nullptr);
+    const auto* swing = bars()->findChild<QObject*>(QStringLiteral("swing"));
+    ASSERT_NE(swing, nullptr);
+    EXPECT_TRUE(swing->property("running").toBool());
+    ASSERT_EQ(swing->children().size(), 2) << "there and back";
+    for (const auto* way : swing->children())
+        EXPECT_EQ(way->property("duration"), 450);
+
     close();
-    EXPECT_EQ(swing(), 450);
+    ASSERT_NE(bars(), nullptr);
+    const auto* steps = bars()->findChild<QObject*>(QStringLiteral("steps"));
+    ASSERT_NE(steps, nullptr);
+    EXPECT_TRUE(steps->property("running").toBool());
+    EXPECT_EQ(steps->property("interval").toInt() * bars()->property("steps").toInt(), 450);
 }
 
 TEST_F(MediaViewsTest, ASnapshotLikeTheOneBeforeChangesNothingInSight)

@@ -39,7 +39,9 @@ class Soak:
         wait_until(lambda: self.desktop.x.pixel(*spot)[2] > CAPSULE_BLUE, what="the mode is the chosen one")
 
     def _find_spots(self):
-        """The modes' places, left of their texts, in the open panel."""
+        """The modes' places, left of their texts, in the open panel, once the timer has been chosen in it."""
+        self.desktop.accessible(self.app).find(name="Timer", role="radio button").press()
+        self.app.wait_until_idle()
         extents = {node.name: node.extents for _, node in self.desktop.accessible(self.app).walk()}
         return [(extents[mode][0] + 8, extents[mode][1] + extents[mode][3] // 2) for mode in MODES]
 
