@@ -80,7 +80,7 @@ std::optional<QString> MediaRemoteClient::bundleIdentifier(qint32 pid)
     m_application.reset();
     if (pid <= 0)
         return std::nullopt;
-    const auto identifier = m_workspace.applicationForProcess(pid);
+    auto identifier = m_workspace.applicationForProcess(pid);
     if (identifier)
         m_application = {pid, *identifier};
     return identifier;
