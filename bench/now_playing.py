@@ -2,9 +2,9 @@
 """What showing what plays costs; and following a player, beside playerctl and Waybar.
 
 First Quillbar alone beside a compositor, while a player plays: closed, with the bars moving beside the notch, and
-open: its CPU, what it draws and how often. Then all three follow the same player at the same time, in one Wayland session. Debian builds Waybar without its module
-for players, so it shows what a playerctl of its own prints, the way its manual tells; the CPU of that one is not
-counted in. First the CPU of each while it plays, a new track now and then, Quillbar closed with its cover and bars
+open: its CPU, what it draws and how often. Then all three follow the same player at the same time, in one Wayland
+session. Debian builds Waybar without its module for players, so it shows what a playerctl of its own prints, the
+way its manual tells; the CPU of that one is not counted in. First the CPU of each while it plays, a new track now and then, Quillbar closed with its cover and bars
 beside the notch. Then, the player paused so that nothing else is drawn, the time from a new title on the bus to the
 line of the one, the commit of the other's surface, and the first frame of Quillbar's open panel.
 """
@@ -29,6 +29,11 @@ FOLLOW = ["playerctl", "--follow", "metadata", "--format", "{{title}}"]
 BAR = {"layer": "bottom", "modules-left": ["custom/media"], "custom/media": {"exec": shlex.join(FOLLOW)}}
 # Further apart than the beat on which Quillbar looks, and not in step with it.
 BETWEEN_TRACKS = (2.0, 3.0)
+LONG_TITLE = "Suite for a Slow River and Two Very Patient Ferrymen, Third Movement (Evening)"
+# Drawing of less than this part of the window is bars, scrubber or title; of more, a change of track or of size.
+SMALL = 0.1
+# Longer than the beat on which Quillbar looks, so that what was changed has been seen.
+STEADY = 1.5
 
 
 class Lines:
@@ -42,12 +47,9 @@ class Lines:
 
     def _follow(self):
         while True:
-            line = self._log.readline()
-            if line and self._mark in line:
+            line = wait_until(self._log.readline, 3600.0, "a line is written", interval=0.0005)
+            if self._mark in line:
                 self.times.append(time.monotonic())
-            elif not line:
-                # A file tells nobody that it has grown.
-                time.sleep(0.0005)
 
     def first_since(self, began):
         return wait_until(
@@ -80,7 +82,23 @@ class Session(SwayDesktop):
         return app
 
 
-LONG_TITLE = "Suite for a Slow River and Two Very Patient Ferrymen, Third Movement (Evening)"
+def wait_until_steady(desktop):
+    """Until for a while something is drawn all the time, and only what moves while a track plays."""
+    watch = FrameWatch(desktop.env["DISPLAY"])
+    watch.watch_panel(desktop)
+    window = desktop.panel.geometry
+    drawn = []
+
+    def steady():
+        drawn.extend((when, event.area) for when, event in watch.events(0.1) if watch.is_drawing(event))
+        large = [
+            when for when, area in drawn if area.width * area.height > SMALL * window.width * window.height
+        ]
+        since = max(large, default=drawn[0][0] if drawn else time.monotonic())
+        return drawn and drawn[-1][0] - since > STEADY
+
+    wait_until(steady, 30.0, "only bars, scrubber and title move")
+    watch.close()
 
 
 def tell_drawing(name, desktop, app, seconds):
@@ -115,14 +133,13 @@ def measure_drawing(seconds):
         desktop.leave()
         app = desktop.start_plain()
         desktop.panel.wait_until_shown()
-        # The bars never rest, so neither does it.
-        time.sleep(3)
+        wait_until_steady(desktop)
         tell_drawing("closed while it plays", desktop, app, seconds)
         desktop.open_panel()
-        time.sleep(3)
+        wait_until_steady(desktop)
         tell_drawing("open, a long title running", desktop, app, seconds)
         player.set(Metadata=track("Short", mpris_artUrl=cover.as_uri()))
-        time.sleep(3)
+        wait_until_steady(desktop)
         tell_drawing("open", desktop, app, seconds)
     finally:
         desktop.close()
@@ -139,6 +156,7 @@ def measure_cpu(seconds, every):
         began = time.monotonic()
         number = 0
         while (left := began + seconds - time.monotonic()) > 0:
+            # The time itself is what is measured over.
             time.sleep(min(left, every))
             number += 1
             session.play(f"Track {number}")
@@ -163,9 +181,11 @@ def measure_latency(count):
         session.panel.wait_until_open()
         watch = FrameWatch(session.env["DISPLAY"], user=session.user)
         watch.watch_panel(session)
-        app.wait_until_idle(quiet=1.0, timeout=30.0)
+        # Between two beats of a second it sleeps once the panel stands open.
+        app.wait_until_idle(quiet=0.5, timeout=30.0)
         told = {"playerctl": [], "Waybar": [], "Quillbar": []}
         for number in range(1, count + 1):
+            # The random time is the subject: a track may begin at any moment between two looks.
             time.sleep(random.uniform(*BETWEEN_TRACKS))
             watch.forget()
             began = session.play(f"Track {number}")

@@ -29,6 +29,17 @@ protected:
         return executed.isEmpty() ? QString() : executed.first();
     }
 
+    template <typename Tell>
+    void expectTransport(const Tell& tell)
+    {
+        source->send(MediaCommand::TogglePlayPause);
+        EXPECT_EQ(sent(), tell(u"playpause"_qs));
+        source->send(MediaCommand::Next);
+        EXPECT_EQ(sent(), tell(u"next track"_qs));
+        source->send(MediaCommand::Previous);
+        EXPECT_EQ(sent(), tell(u"previous track"_qs));
+    }
+
     void bothRun(const QString& spotifyState, const QString& musicState)
     {
         runs(Spotify);
@@ -164,21 +175,14 @@ TEST_F(AppleScriptMediaSourceTest, RunsNothingOnTheMainThread)
 TEST_F(AppleScriptMediaSourceTest, SendsSpotifyEachCommand)
 {
     runs(Spotify);
-    const auto tell = [](const char16_t* end) {
-        return QStringLiteral("tell application \"Spotify\" to ") + QString::fromUtf16(end);
-    };
-    source->send(MediaCommand::TogglePlayPause);
-    EXPECT_EQ(sent(), tell(u"playpause"));
-    source->send(MediaCommand::Next);
-    EXPECT_EQ(sent(), tell(u"next track"));
-    source->send(MediaCommand::Previous);
-    EXPECT_EQ(sent(), tell(u"previous track"));
+    const auto tell = [](const QString& what) { return u"tell application \"Spotify\" to "_qs + what; };
+    expectTransport(tell);
     source->seek(12.5);
-    EXPECT_EQ(sent(), tell(u"set player position to 12.5"));
+    EXPECT_EQ(sent(), tell(u"set player position to 12.5"_qs));
     source->setShuffle(true);
-    EXPECT_EQ(sent(), tell(u"set shuffling to true"));
+    EXPECT_EQ(sent(), tell(u"set shuffling to true"_qs));
     source->setRepeat(RepeatMode::One);
-    EXPECT_EQ(sent(), tell(u"set repeating to true"));
+    EXPECT_EQ(sent(), tell(u"set repeating to true"_qs));
     source->setLoved(true);
     EXPECT_EQ(sent(), PlayerScripts::read(Spotify)) << "a favourite is Music's alone";
 }
@@ -186,21 +190,14 @@ TEST_F(AppleScriptMediaSourceTest, SendsSpotifyEachCommand)
 TEST_F(AppleScriptMediaSourceTest, SendsMusicEachCommand)
 {
     runs(Music);
-    const auto tell = [](const char16_t* end) {
-        return QStringLiteral("tell application \"Music\" to ") + QString::fromUtf16(end);
-    };
-    source->send(MediaCommand::TogglePlayPause);
-    EXPECT_EQ(sent(), tell(u"playpause"));
-    source->send(MediaCommand::Next);
-    EXPECT_EQ(sent(), tell(u"next track"));
-    source->send(MediaCommand::Previous);
-    EXPECT_EQ(sent(), tell(u"previous track"));
+    const auto tell = [](const QString& what) { return u"tell application \"Music\" to "_qs + what; };
+    expectTransport(tell);
     source->seek(0);
-    EXPECT_EQ(sent(), tell(u"set player position to 0"));
+    EXPECT_EQ(sent(), tell(u"set player position to 0"_qs));
     source->setShuffle(false);
-    EXPECT_EQ(sent(), tell(u"set shuffle enabled to false"));
+    EXPECT_EQ(sent(), tell(u"set shuffle enabled to false"_qs));
     source->setRepeat(RepeatMode::One);
-    EXPECT_EQ(sent(), tell(u"set song repeat to one"));
+    EXPECT_EQ(sent(), tell(u"set song repeat to one"_qs));
     source->setLoved(true);
     EXPECT_EQ(sent(), PlayerScripts::setLoved(true));
 }
