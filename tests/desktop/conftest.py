@@ -13,7 +13,7 @@ from harness.players import FakePlayer, NowPlaying
 from harness.sway import SwayDesktop
 from harness.tray import Bar
 
-PHASE_SECONDS = 60
+PHASE_SECONDS = 120
 
 
 def pytest_configure(config):

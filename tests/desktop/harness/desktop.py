@@ -173,6 +173,7 @@ class Desktop(Session):
 
     def copy_text(self, text):
         """Put text on the clipboard by another program's hand."""
+        before = self.x.clipboard_owner()
         subprocess.run(
             ["xclip", "-selection", "clipboard", "-in"],
             input=text.encode(),
@@ -182,6 +183,8 @@ class Desktop(Session):
             stdout=subprocess.DEVNULL,
             stderr=subprocess.DEVNULL,
         )
+        # It comes back before the request of the part that stays behind has left it.
+        wait_until(lambda: self.x.clipboard_owner() not in (X.NONE, before), what="the text is offered")
 
     def clipboard_text(self):
         return subprocess.run(

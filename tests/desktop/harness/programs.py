@@ -148,8 +148,17 @@ class Browser(Program):
     def choose(self, x, y, key):
         """The entry with that access key of the context menu."""
         before = self._shown()
-        self.click(x, y, button=3)
-        wait_until(lambda: self._shown() - before, what="the menu is open")
+
+        # A browser shows its page before it hears every click on it.
+        def is_open():
+            self.click(x, y, button=3)
+            try:
+                return wait_until(lambda: self._shown() - before, 4.0, "the menu is open")
+            except AssertionError:
+                self.press("Escape")
+                return False
+
+        wait_until(is_open, 40.0, what="the menu is open")
         self.press(key)
 
     def _shown(self):

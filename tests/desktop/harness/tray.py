@@ -106,15 +106,21 @@ class XfcePanel:
         return found
 
 
+def _own_windows(desktop, *, are_tool_tips):
+    kind = desktop.x.atom("_NET_WM_WINDOW_TYPE_TOOLTIP")
+    return [
+        each
+        for each in desktop.x.windows_of_class("quillbar_statusitem")
+        if (kind in (desktop.x.property(each, "_NET_WM_WINDOW_TYPE") or [])) == are_tool_tips
+    ]
+
+
 def own_menus(desktop):
-    return desktop.x.windows_of_class("quillbar_statusitem")
+    return _own_windows(desktop, are_tool_tips=False)
 
 
 def tool_tips(desktop):
-    kind = desktop.x.atom("_NET_WM_WINDOW_TYPE_TOOLTIP")
-    return [
-        each for each in own_menus(desktop) if kind in (desktop.x.property(each, "_NET_WM_WINDOW_TYPE") or [])
-    ]
+    return _own_windows(desktop, are_tool_tips=True)
 
 
 def keyboard_is_held(desktop):

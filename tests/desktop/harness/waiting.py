@@ -3,7 +3,7 @@
 import time
 
 
-def wait_until(condition, timeout=10.0, what="the condition holds", interval=0.004):
+def wait_until(condition, timeout=20.0, what="the condition holds", interval=0.004):
     """Poll `condition` until it returns something true, and return that.
 
     `timeout` (seconds) only bounds a failing test; it is generous because the machine may be

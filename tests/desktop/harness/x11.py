@@ -299,8 +299,15 @@ class XDisplay:
         return value[0] if value else None
 
     def has_compositor(self):
-        owner = self.connection.get_selection_owner(self.atom("_NET_WM_CM_S0"))
-        return owner != X.NONE
+        return self._owner("_NET_WM_CM_S0") != X.NONE
+
+    def clipboard_owner(self):
+        """The id of the window that offers what was copied; X.NONE without one."""
+        return self._owner("CLIPBOARD")
+
+    def _owner(self, selection):
+        owner = self.connection.get_selection_owner(self.atom(selection))
+        return owner if isinstance(owner, int) else owner.id
 
     def set_resource_dpi(self, dpi):
         """Xft.dpi, as the desktop's settings leave it for programs that start later."""
