@@ -7,7 +7,8 @@ def wait_until(condition, timeout=20.0, what="the condition holds", interval=0.0
     """Poll `condition` until it returns something true, and return that.
 
     `timeout` (seconds) only bounds a failing test; it is generous because the machine may be
-    busy. `what` completes the sentence "waited in vain until ...".
+    busy. `what`, a text or what gives one in the end, completes the sentence "waited in vain
+    until ...".
     """
     deadline = time.monotonic() + timeout
     while True:
@@ -15,6 +16,7 @@ def wait_until(condition, timeout=20.0, what="the condition holds", interval=0.0
         if value:
             return value
         if time.monotonic() > deadline:
+            what = what() if callable(what) else what
             raise AssertionError(f"waited in vain for {timeout:g} s until {what} (last value: {value!r})")
         time.sleep(interval)
 

@@ -167,6 +167,77 @@ TEST_F(MprisTimelineTest, WholeSecondsDontMakeItJump)
     EXPECT_DOUBLE_EQ(position(), 40);
 }
 
+TEST_F(MprisTimelineTest, AFewReadingsAtTheRightMomentsTellWhereWithinItsSecondAPlayerIs)
+{
+    for (const double start : {10.02, 20.3, 30.5, 40.77, 50.99}) {
+        timeline.startTrack(now());
+        clock.advance(2);
+        const double begun = clock.monotonicSeconds();
+        const auto played = [&] { return start + clock.monotonicSeconds() - begun; };
+        read(std::floor(played()) * 1e6);
+        timeline.setRate(1, now());
+        read(std::floor(played()) * 1e6);
+        int readings = 0;
+        for (; const auto moment = timeline.tellingMoment(clock.monotonicSeconds()); ++readings) {
+            ASSERT_GT(*moment, clock.monotonicSeconds());
+            ASSERT_LE(*moment, clock.monotonicSeconds() + 1.1);
+            clock.advance(*moment - clock.monotonicSeconds());
+            read(std::floor(played()) * 1e6);
+        }
+        EXPECT_GT(readings, 0) << start;
+        EXPECT_LE(readings, 4) << start;
+        EXPECT_NEAR(position(), played(), 0.2) << start;
+        timeline.setRate(0, now());
+    }
+}
+
+TEST_F(MprisTimelineTest, NoMomentTellsMoreOfAPlayerThatTellsFractionsOrRests)
+{
+    timeline.setRate(1, now());
+    read(10.5e6);
+    EXPECT_FALSE(timeline.tellingMoment(clock.monotonicSeconds()));
+    clock.advance(1.5);
+    read(12e6);
+    EXPECT_FALSE(timeline.tellingMoment(clock.monotonicSeconds()));
+    timeline = {};
+    read(12e6);
+    EXPECT_FALSE(timeline.tellingMoment(clock.monotonicSeconds()));
+    timeline.setRate(1, now());
+    read(12e6);
+    EXPECT_TRUE(timeline.tellingMoment(clock.monotonicSeconds()));
+}
+
+TEST_F(MprisTimelineTest, APlayerWhoseSecondsFollowNoClockIsNotAskedAgainAndAgain)
+{
+    timeline.setRate(1, now());
+    int readings = 0;
+    for (double told = 10e6; const auto moment =
+                                 [&] {
+                                     read(told);
+                                     return timeline.tellingMoment(clock.monotonicSeconds());
+                                 }();
+         told += 7e6) {
+        ASSERT_LT(++readings, 20);
+        clock.advance(*moment - clock.monotonicSeconds());
+    }
+    EXPECT_GT(readings, 1);
+    timeline = {};
+    timeline.setRate(1, now());
+    for (readings = 0;; ++readings) {
+        ASSERT_LT(readings, 20);
+        read(0);
+        const auto moment = timeline.tellingMoment(clock.monotonicSeconds());
+        if (!moment)
+            break;
+        clock.advance(*moment - clock.monotonicSeconds());
+    }
+    EXPECT_GT(readings, 1) << "it may have just begun";
+    timeline.seeked(500e6, now());
+    clock.advance(1);
+    read(501e6);
+    EXPECT_TRUE(timeline.tellingMoment(clock.monotonicSeconds())) << "a move is a new beginning";
+}
+
 TEST_F(MprisTimelineTest, MillisecondsShowWithinASecondOrTwo)
 {
     timeline.setLength(5'400'000); // an hour and a half, or five seconds

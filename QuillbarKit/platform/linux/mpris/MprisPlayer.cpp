@@ -235,6 +235,10 @@ void MprisPlayer::handlePosition(double position, double asked)
     m_timeline.read(position, moment, asked);
     if (m_timeline.position(moment.monotonic) != before)
         Q_EMIT changed();
+    const double present = m_clock.monotonicSeconds();
+    const auto telling = m_timeline.tellingMoment(present);
+    if (telling && !m_laterReading)
+        after(*telling - present, m_laterReading, &MprisPlayer::readPosition);
 }
 
 MprisTimeline::Place MprisPlayer::place()

@@ -17,6 +17,12 @@ constexpr double tolerance = 0.05;
 constexpr double judgementSeconds = 0.8;
 /// A length in milliseconds below this may be one: five and a half hours.
 constexpr double longestMilliseconds = 20e6;
+/// How well to know where within a second a player is, in seconds; the eye takes it for exact.
+constexpr double precision = 0.2;
+/// So far apart may two readings be by chance, in seconds: players round when they get to it.
+constexpr double chance = 0.1;
+/// One whose seconds follow no clock is not asked more often than others for long.
+constexpr int surprisesAtMost = 3;
 /// Longer than anything that is played, in seconds: what streams send for "without end".
 constexpr double longestTrack = 1000 * 3600;
 
@@ -32,7 +38,7 @@ void MprisTimeline::setRate(double rate, const Moment& now)
         return;
     setPlace(position(now.monotonic), now);
     m_rate = rate;
-    m_reference.reset();
+    forgetReadings();
 }
 
 void MprisTimeline::startTrack(const Moment& now)
@@ -41,7 +47,14 @@ void MprisTimeline::startTrack(const Moment& now)
     m_left.reset();
     m_doubtfulUntil = now.monotonic + doubtfulSeconds;
     setPlace(0, now);
+    forgetReadings();
+}
+
+void MprisTimeline::forgetReadings()
+{
     m_reference.reset();
+    m_bounds.reset();
+    m_surprises = 0;
 }
 
 void MprisTimeline::seeked(double position, const Moment& now)
@@ -70,7 +83,7 @@ void MprisTimeline::jump(double position, const Moment& now)
     setPlace(std::max(0.0, position), now);
     m_doubtfulUntil = now.monotonic + doubtfulSeconds;
     m_formerPosition.reset();
-    m_reference.reset();
+    forgetReadings();
 }
 
 void MprisTimeline::read(double position, const Moment& now, double asked)
@@ -81,22 +94,57 @@ void MprisTimeline::read(double position, const Moment& now, double asked)
             return;
     }
     // One that says 0 for ever doesn't know.
-    if (position == 0 && m_rate > 0 && m_reference && m_reference->position == 0)
+    if (position == 0 && m_rate > 0 && m_reference && m_reference->position == 0 &&
+        now.monotonic >= m_reference->monotonic + 1) {
+        ++m_surprises;
         return;
+    }
     judgeUnits({position, now.monotonic});
     const double told = std::max(0.0, position / unit());
     if (told != std::floor(told))
         m_tellsFractions = true;
     else if (m_rate > 0 && told > 0)
         ++m_wholeSeconds;
-    const double expected = unbounded(now.monotonic);
     // A whole second is told from its beginning to its end. At rest it may be where the player really is.
     constexpr int proof = 2;
     const bool isRounded = !m_tellsFractions && (m_rate > 0 || m_wholeSeconds >= proof);
-    const double room = isRounded ? 1 : 0;
-    const double place = std::clamp(expected, told, told + room);
+    Bounds bounds{told, isRounded ? told + 1 : told};
+    if (isRounded && m_rate > 0) {
+        narrow(told, now.monotonic);
+        bounds = {m_bounds->earliest + now.monotonic * m_rate, m_bounds->latest + now.monotonic * m_rate};
+    }
+    const double expected = unbounded(now.monotonic);
+    const double place = std::clamp(expected, bounds.earliest, bounds.latest);
     if (std::abs(place - expected) > tolerance)
         setPlace(place, now);
+}
+
+void MprisTimeline::narrow(double wholeSeconds, double monotonic)
+{
+    const double start = wholeSeconds - monotonic * m_rate;
+    const Bounds told{start, start + 1};
+    const Bounds both = m_bounds ? Bounds{std::max(told.earliest, m_bounds->earliest),
+                                          std::min(told.latest, m_bounds->latest)}
+                                 : told;
+    const double open = both.latest - both.earliest;
+    if (open > chance) {
+        m_bounds = both;
+    } else if (open < -chance) {
+        m_bounds = told;
+        ++m_surprises;
+    }
+}
+
+std::optional<double> MprisTimeline::tellingMoment(double monotonic) const
+{
+    if (m_tellsFractions || m_surprises > surprisesAtMost || m_rate <= 0 || !m_bounds ||
+        m_bounds->latest - m_bounds->earliest <= precision)
+        return {};
+    // Whether a second begins before the middle of what is open or after it.
+    constexpr double soonest = 0.05;
+    const double middle = (m_bounds->earliest + m_bounds->latest) / 2;
+    const double second = std::floor(middle + (monotonic + soonest) * m_rate) + 1;
+    return (second - middle) / m_rate;
 }
 
 void MprisTimeline::judgeUnits(const Reading& reading)
@@ -106,7 +154,7 @@ void MprisTimeline::judgeUnits(const Reading& reading)
         return;
     }
     const double seconds = reading.monotonic - m_reference->monotonic;
-    if (seconds < judgementSeconds)
+    if (seconds < judgementSeconds || (reading.position == 0 && m_reference->position == 0))
         return;
     const double speed = (reading.position - m_reference->position) / (seconds * m_rate);
     m_reference = reading;

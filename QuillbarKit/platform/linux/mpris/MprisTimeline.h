@@ -56,6 +56,10 @@ public:
     /// nothing but time has gone by and nobody has set the clock on the wall.
     Place place(const Moment& now);
 
+    /// When, on the clock that never jumps, a reading tells the most of where within its second a player is
+    /// that tells whole seconds only. Absent for all others, and once that is known.
+    std::optional<double> tellingMoment(double monotonic) const;
+
     /// These seconds in the player's units.
     double inPlayerUnits(double seconds) const { return seconds * unit(); }
 
@@ -66,12 +70,20 @@ private:
         double position = 0;
         double monotonic = 0;
     };
+    /// Of the position less the time at the rate, in seconds.
+    struct Bounds
+    {
+        double earliest = 0;
+        double latest = 0;
+    };
 
     double unit() const;
     bool lengthIsInMilliseconds() const;
     double unbounded(double monotonic) const;
     void jump(double position, const Moment& now);
     void setPlace(double position, const Moment& now);
+    void forgetReadings();
+    void narrow(double wholeSeconds, double monotonic);
     void judgeUnits(const Reading& reading);
 
     Unit m_unit = Unit::Unknown;
@@ -85,6 +97,10 @@ private:
     Moment m_moment;
     /// The last one since which the player has moved by nothing but time, as far as is known.
     std::optional<Reading> m_reference;
+    /// What whole seconds told so far leave open while it plays, and how often they were none that follow on
+    /// the ones before.
+    std::optional<Bounds> m_bounds;
+    int m_surprises = 0;
     /// Readings asked for before this are not to be trusted: none after a seek, and after a track began those
     /// that still tell this position of the one before.
     double m_doubtfulUntil = 0;
