@@ -1,6 +1,7 @@
 #include "support/AtomicFile.h"
 
 #include "support/TemporaryFile.h"
+#include "support/WriteAll.h"
 
 #include <QFile>
 
@@ -33,19 +34,6 @@ std::optional<QByteArray> resolve(QByteArray path)
         path = QByteArray(real.get());
     }
     return S_ISREG(status.st_mode) ? std::optional(path) : std::nullopt;
-}
-
-bool writeAll(int file, QByteArrayView bytes)
-{
-    while (!bytes.isEmpty()) {
-        const ssize_t written = write(file, bytes.data(), static_cast<std::size_t>(bytes.size()));
-        if (written < 0 && errno == EINTR)
-            continue;
-        if (written <= 0)
-            return false;
-        bytes = bytes.sliced(written);
-    }
-    return true;
 }
 
 /// Never tried a second time after another error than an interruption: the kernel reports lost pages once

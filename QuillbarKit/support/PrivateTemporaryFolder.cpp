@@ -1,5 +1,7 @@
 #include "support/PrivateTemporaryFolder.h"
 
+#include "support/WriteAll.h"
+
 #include <QDir>
 #include <QFile>
 
@@ -27,18 +29,6 @@ int openPrivate(const QByteArray& path)
         return folder;
     close(folder);
     return -1;
-}
-
-bool writeAll(int file, QByteArrayView bytes)
-{
-    while (!bytes.isEmpty()) {
-        const auto written = ::write(file, bytes.data(), static_cast<std::size_t>(bytes.size()));
-        if (written < 0 && errno != EINTR)
-            return false;
-        if (written > 0)
-            bytes = bytes.sliced(written);
-    }
-    return true;
 }
 
 bool writeNew(int folder, const QByteArray& name, const QByteArray& bytes)
