@@ -41,6 +41,17 @@ def test_the_selected_row_is_told(desktop, panel):
     assert desktop.clipboard_text() == "beta"
 
 
+def test_a_selection_that_moves_is_announced(desktop, panel):
+    app = launch_with(desktop, "alpha", "beta", "gamma")
+    reader = opened(panel, app)
+    reader.wait_for_names("list item", ["1 gamma", "2 beta", "3 alpha"])
+    heard = reader.root.selections()
+    desktop.x.press_key("Down")
+    reader.wait_for(lambda: sorted(heard()) == [("1 gamma", False), ("2 beta", True)], "the move is told")
+    desktop.x.type_text("alp")
+    reader.wait_for(lambda: heard()[-1] == ("1 alpha", True), "what is found is told")
+
+
 def test_what_stands_in_place_of_rows_is_told(desktop, panel):
     app = launch_with(desktop, "alpha")
     reader = opened(panel, app)

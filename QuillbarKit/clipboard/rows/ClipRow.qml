@@ -150,6 +150,11 @@ Control {
         row.content.activate(row.uuid)
     Keys.onMenuPressed: row.openMenu(40, 30)
 
+    AccessibleSelection {
+        item: row
+        selected: row.selected
+    }
+
     TapHandler {
         // A finger has no right button, but would be taken for one.
         acceptedDevices: PointerDevice.Mouse | PointerDevice.TouchPad

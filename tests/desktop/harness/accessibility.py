@@ -13,6 +13,7 @@ _ACCESSIBLE = "org.a11y.atspi.Accessible"
 _ACTION = "org.a11y.atspi.Action"
 # Numbers of the protocol's states.
 _CHECKED, _FOCUSED, _SELECTED, _SHOWING = 4, 12, 23, 25
+_EVENTS = "org.a11y.atspi.Event.Object"
 _REGISTRY = ("org.a11y.atspi.Registry", "/org/a11y/atspi/accessible/root")
 
 
@@ -85,6 +86,37 @@ class Accessible:
     def extents(self):
         """(x, y, width, height) on the screen."""
         return self._call("org.a11y.atspi.Component", "GetExtents", GLib.Variant("(u)", (0,)))[0]
+
+    def selections(self):
+        """A function that gives what the program has told since of selections: (name, whether it is selected)."""
+        heard = []
+
+        def tell(_bus, sender, path, _interface, _member, event):
+            kind, is_selected = event.unpack()[:2]
+            if kind == "selected":
+                heard.append((Accessible(self._bus, sender, path).name, bool(is_selected)))
+
+        self._bus.signal_subscribe(
+            self._name, _EVENTS, "StateChanged", None, None, Gio.DBusSignalFlags.NONE, tell
+        )
+        self._bus.call_sync(
+            _REGISTRY[0],
+            "/org/a11y/atspi/registry",
+            _REGISTRY[0],
+            "RegisterEvent",
+            GLib.Variant("(s)", ("object:state-changed:selected",)),
+            None,
+            Gio.DBusCallFlags.NONE,
+            5000,
+            None,
+        )
+
+        def so_far():
+            while GLib.MainContext.default().iteration(False):
+                pass
+            return heard
+
+        return so_far
 
     def press(self):
         """Do what a press of the node does, as assistive software does."""
