@@ -52,13 +52,13 @@ class SoundSession(SoundServer):
         self.beeper.stdin.flush()
         # Far below the half minute after which a client itself gives up a hung server.
         wait_until(
-            lambda: self.answers.read_text().count("returned") == self.asked, 10, "the call has returned"
+            lambda: self.answers.read_text().count("returned") == self.asked, 20, "the call has returned"
         )
 
     def end_beeper(self):
         """The program's end, which must not wait for a sound server either."""
         self.beeper.stdin.close()
-        assert self.beeper.wait(timeout=10) == 0
+        assert self.beeper.wait(timeout=20) == 0
 
     def close(self):
         self.beeper.kill()

@@ -1,5 +1,7 @@
 """The clipboard in the drawer as a user meets it: what was copied is listed, and a click copies it again."""
 
+from gi.repository import GLib
+
 from harness.copying import CopySource
 from harness.history import History
 from harness.waiting import wait_until
@@ -9,9 +11,12 @@ BLACK = (0, 0, 0)
 
 def in_sight(desktop, app, name, role=None):
     """The node of that name, or None while it is hidden: then it has no extent."""
-    for _, node in desktop.accessible(app).walk():
-        if node.name == name and role in (None, node.role) and node.extents[2] > 0:
-            return node
+    try:
+        for _, node in desktop.accessible(app).walk():
+            if node.name == name and role in (None, node.role) and node.extents[2] > 0:
+                return node
+    except GLib.Error:  # one has gone while we looked
+        pass
     return None
 
 

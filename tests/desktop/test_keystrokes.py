@@ -28,8 +28,11 @@ def paster(start_helper):
 def front(paster):
     before = len(paster.lines)
     paster.send("front")
-    wait_until(lambda: len(paster.lines) > before, what="the front window is told")
-    return int(paster.lines[before].split()[1])
+
+    def told():
+        return [line for line in paster.lines[before:] if line.startswith("front ")]
+
+    return int(wait_until(told, what="the front window is told")[0].split()[1])
 
 
 def paste(paster, window):
@@ -67,7 +70,7 @@ class Terminal:
 
     @property
     def text(self):
-        return self.typed.read_text()
+        return self.typed.read_text(errors="replace")  # of what is half written, too
 
 
 def focused_window(desktop, title):
@@ -99,7 +102,8 @@ def nothing_is_down(desktop):
 
 
 def strokes(client):
-    """What the client heard of keys, in order: ("key press", place)."""
+    """What the client has been sent of keys so far, in order: ("key press", place)."""
+    client.connection.sync()
     return [(kind, event.detail) for kind, event in client.events() if kind.startswith("key ")]
 
 
@@ -181,6 +185,7 @@ def test_text_arrives_whole_although_a_modifier_was_held(desktop, paster):
         paster.send(f"paste {entry.window}")
         front(paster)
     entry.wait_for(TEXT)
+    paster.wait_for("pasted")  # the text may be there first
     assert paster.lines.count("pasted") == 1
 
 
@@ -214,8 +219,8 @@ def test_a_window_that_goes_while_we_wait_gets_nothing(desktop, paster):
         front(paster)
         doomed.close()
         paster.wait_for("not pasted")
-    other.forget()
-    assert strokes(other) == []
+    # It may have come to the front while the key was down, and hear that go up.
+    assert not [place for kind, place in strokes(other) if place in (CONTROL, KEY_V)]
 
 
 def test_a_window_that_never_takes_the_keyboard_gets_nothing(desktop, paster):

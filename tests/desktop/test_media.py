@@ -2,6 +2,8 @@
 
 import time
 
+from gi.repository import GLib
+
 from harness.players import FakePlayer, track
 from harness.waiting import holds_for, holds_until, wait_until
 
@@ -11,9 +13,12 @@ GRACE = 0.4
 
 def in_sight(desktop, app, name):
     """The node of that name, or None while it is hidden: then it has no extent."""
-    for _, node in desktop.accessible(app).walk():
-        if node.name == name and node.extents[2] > 0:
-            return node
+    try:
+        for _, node in desktop.accessible(app).walk():
+            if node.name == name and node.extents[2] > 0:
+                return node
+    except GLib.Error:  # one has gone while we looked
+        pass
     return None
 
 

@@ -5,7 +5,7 @@ import time
 
 import pytest
 
-from harness.players import NEXT, PLAY_PAUSE, PREVIOUS, NowPlaying, track
+from harness.players import NEXT, PLAY_PAUSE, PREVIOUS, NowPlaying, RunsFrom, track
 from harness.waiting import wait_until
 
 
@@ -70,11 +70,11 @@ def test_a_track_that_begins_anew_after_a_stop_is_at_its_start(players, now_play
     player = players(track=track())
     player.tell(seeked=100)
     now_playing.wait_for_position(100, within=10)
-    player.tell_at_once(
-        {"set": {"PlaybackStatus": "Stopped"}}, {"move": 0}, {"set": {"PlaybackStatus": "Playing"}}
-    )
-    began = time.monotonic()
-    now_playing.wait_for_position(lambda: time.monotonic() - began)
+    with RunsFrom(0) as position:
+        player.tell_at_once(
+            {"set": {"PlaybackStatus": "Stopped"}}, {"move": 0}, {"set": {"PlaybackStatus": "Playing"}}
+        )
+    now_playing.wait_for_position(position)
 
 
 # -- which player ----------------------------------------------------------------------------
@@ -132,17 +132,17 @@ def test_a_player_that_goes_by_two_names_is_one(players, now_playing):
 
 def test_the_position_is_the_players_own(players, now_playing):
     player = players(track=track())
-    player.tell(move=70)
-    moved = time.monotonic()
-    now_playing.wait_for_position(lambda: 70 + time.monotonic() - moved)
+    with RunsFrom(70) as position:
+        player.tell(move=70)
+    now_playing.wait_for_position(position)
 
 
 def test_a_move_without_a_word_is_seen_within_seconds(players, now_playing):
     player = players(track=track(), options={"announces_seeks": False})
     now_playing.wait_for(Title="Song")
-    player.tell(move=100)
-    moved = time.monotonic()
-    now_playing.wait_for_position(lambda: 100 + time.monotonic() - moved)
+    with RunsFrom(100) as position:
+        player.tell(move=100)
+    now_playing.wait_for_position(position)
 
 
 def test_a_seek_is_taken_from_its_signal(players, now_playing):
@@ -163,20 +163,22 @@ def test_an_old_position_after_a_new_track_is_not_shown(players, now_playing):
     player = players(track=track(), options={"stale": 0.7})
     player.tell(move=100)
     now_playing.wait_for_position(100, within=10)
-    player.set(Metadata=track("Next", mpris_trackid=["o", "/2"]))
+    with RunsFrom(0) as position:
+        player.set(Metadata=track("Next", mpris_trackid=["o", "/2"]))
     began = time.monotonic()
     info = now_playing.wait_for(Title="Next")
+    # The old position is far ahead, however long all of this takes.
     while time.monotonic() < began + 2:
-        assert info["position"] < 10
+        assert info["position"] < 90
         info = now_playing.info
-    now_playing.wait_for_position(lambda: time.monotonic() - began)
+    now_playing.wait_for_position(position)
 
 
 def test_milliseconds_are_recognised(players, now_playing):
     player = players(track=track(mpris_length=["x", 4_000_000]), options={"unit": 1000})
-    player.tell(move=30)
-    moved = time.monotonic()
-    now_playing.wait_for_position(lambda: 30 + time.monotonic() - moved, Duration=4000)
+    with RunsFrom(30) as position:
+        player.tell(move=30)
+    now_playing.wait_for_position(position, Duration=4000)
     now_playing.seek(120)
     wait_until(lambda: any(call[0] == "SetPosition" for call in player.calls), what="it is told to move")
     assert player.calls[-1] == ("SetPosition", "/org/example/track/1", 120_000)
@@ -184,9 +186,9 @@ def test_milliseconds_are_recognised(players, now_playing):
 
 def test_whole_seconds_are_refined(players, now_playing):
     player = players(track=track(), options={"granularity": 1.0})
-    player.tell(move=30.5)
-    moved = time.monotonic()
-    now_playing.wait_for_position(lambda: 30.5 + time.monotonic() - moved, timeout=30)
+    with RunsFrom(30.5) as position:
+        player.tell(move=30.5)
+    now_playing.wait_for_position(position, timeout=60)
 
 
 # -- commands --------------------------------------------------------------------------------
@@ -265,8 +267,8 @@ def test_a_flood_of_changes_is_answered_by_no_calls(players, now_playing):
         player.tell(flood=200)
         player.set(Metadata=track(f"Song {step}"))
     now_playing.wait_for(Title="Song 19")
-    seconds = 10  # far more than it takes; a read a change would be thousands
-    assert sum(player.reads.values()) - before < 5 * seconds
+    # A few for each track and second; a read a change would be thousands.
+    assert sum(player.reads.values()) - before < 400
 
 
 def test_a_change_told_without_its_value_is_read(players, now_playing):
@@ -287,16 +289,16 @@ def test_a_player_that_hangs_is_not_shown_until_it_answers(players, now_playing)
     wait_until(lambda: now_playing.question("turns")["turns"] > turns, what="the main thread goes on")
     player.tell(options={"hangs": False})
     player.set(Volume=["d", 0.5])
-    now_playing.wait_for(timeout=20, Title="Song")
+    now_playing.wait_for(timeout=60, Title="Song")
 
 
 def test_a_player_that_is_held_up_vanishes_and_returns(players, now_playing):
     player = players(track=track())
     now_playing.wait_for(Title="Song")
     player.send_signal(signal.SIGSTOP)
-    wait_until(lambda: now_playing.info == {}, 20, "it is not shown", interval=0.2)
+    wait_until(lambda: now_playing.info == {}, 40, "it is not shown", interval=0.2)
     player.send_signal(signal.SIGCONT)
-    now_playing.wait_for(timeout=30, Title="Song")
+    now_playing.wait_for(timeout=60, Title="Song")
 
 
 def test_polls_of_a_player_cost_it_little(players, now_playing):
@@ -333,7 +335,7 @@ def test_the_bus_restarts(desktop, players, now_playing):
     now_playing.wait_for_nothing()
     desktop.start_bus()
     players(track=track("After"))
-    now_playing.wait_for(timeout=20, Title="After")
+    now_playing.wait_for(timeout=60, Title="After")
 
 
 @pytest.mark.desktop(bus=False)

@@ -20,14 +20,14 @@ from harness.waiting import wait_until
 
 PLAYER = "org.mpris.MediaPlayer2.Player"
 PROPERTIES = "org.freedesktop.DBus.Properties"
-SECONDS = 60  # of each song
+SECONDS = 300  # of each song: none ends while a busy machine looks
 
 
 def make_song(folder, number, cover):
     """A quiet tone as FLAC with tags and a cover."""
     song = folder / f"{number} song.flac"
     tone = ["synth", str(SECONDS), "sine", str(200 * number), "vol", "0.01"]
-    subprocess.run(["sox", "-n", "-r", "22050", song, *tone], check=True)
+    subprocess.run(["sox", "-n", "-r", "8000", song, *tone], check=True)
     tags = {
         "TITLE": f"Song {number} ä",
         "ARTIST": "The Band",
@@ -167,7 +167,7 @@ class Cmus(Player):
         def plays():
             remote("-C", "player-stop", "player-next", "player-play")
             try:
-                return wait_until(lambda: self.ask("PlaybackStatus") == "Playing" and self.position() > 0, 4)
+                return wait_until(lambda: self.ask("PlaybackStatus") == "Playing" and self.position() > 0, 10)
             except AssertionError:
                 return False
 
@@ -195,14 +195,17 @@ def program_of(stage, process):
 PLAYERS = [Mpv, Vlc, Audacious, Cmus]
 
 
-def agrees(stage, player, within=0.25):
-    """Until our position is the player's own."""
-
+def agrees(stage, player, ahead=0.25):
+    """Until our position is the player's own, or up to `ahead` seconds before it."""
     positions = []
 
     def close():
-        positions[:] = stage.now_playing.info.get("position", -1e9), player.position()
-        return abs(positions[0] - positions[1]) <= within
+        def ours():
+            return stage.now_playing.info.get("position", -1e9)
+
+        # Ours before and after: nobody knows when in between the player's was true.
+        positions[:] = ours(), player.position(), ours()
+        return positions[0] - ahead <= positions[1] <= positions[2] + 0.25
 
     wait_until(close, 30, lambda: f"our position is the player's: {positions}", interval=0.1)
 
@@ -211,7 +214,7 @@ def agrees(stage, player, within=0.25):
 def test_a_player_is_shown_and_obeys(stage, kind):
     player = kind(stage)
     ours = stage.now_playing
-    info = ours.wait_for(timeout=20, Title="Song 1 ä", Artist="The Band", Album="An Album", PlaybackRate=1)
+    info = ours.wait_for(timeout=30, Title="Song 1 ä", Artist="The Band", Album="An Album", PlaybackRate=1)
     wait_until(lambda: abs(ours.info["Duration"] - SECONDS) < 0.5, what="its length is known")
     if kind.has_cover:
         cover = hashlib.md5(stage.cover.read_bytes()).hexdigest()
@@ -229,22 +232,22 @@ def test_a_player_is_shown_and_obeys(stage, kind):
     agrees(stage, player)
 
     ours.seek(30)
-    wait_until(lambda: abs(player.position() - 30) < 3, what="the player has moved")
+    wait_until(lambda: player.position() > 27, what="the player has moved")
     agrees(stage, player)
-    assert abs(ours.info["position"] - 30) < 5
+    assert 27 < ours.info["position"] < SECONDS - 50
 
     assert ours.command(NEXT)
-    ours.wait_for(timeout=20, Title="Song 2 ä")
+    ours.wait_for(timeout=30, Title="Song 2 ä")
     agrees(stage, player)
     assert ours.command(PREVIOUS)
-    ours.wait_for(timeout=20, Title="Song 1 ä")
+    ours.wait_for(timeout=30, Title="Song 1 ä")
     agrees(stage, player)
 
 
 @pytest.mark.parametrize("kind", PLAYERS, ids=lambda kind: kind.name)
 def test_a_move_made_in_the_player_is_seen(stage, kind):
     player = kind(stage)
-    stage.now_playing.wait_for(timeout=20, Title="Song 1 ä", PlaybackRate=1)
+    stage.now_playing.wait_for(timeout=30, Title="Song 1 ä", PlaybackRate=1)
     wait_until(lambda: player.ask("CanSeek"), what="it can move")
     player.tell("Seek", dbus.Int64(40_000_000))
     wait_until(lambda: player.position() > 38, what="it has moved")
@@ -254,22 +257,22 @@ def test_a_move_made_in_the_player_is_seen(stage, kind):
 @pytest.mark.parametrize("kind", PLAYERS, ids=lambda kind: kind.name)
 def test_a_player_dies_and_comes_back(stage, kind):
     player = kind(stage)
-    stage.now_playing.wait_for(timeout=20, Title="Song 1 ä")
+    stage.now_playing.wait_for(timeout=30, Title="Song 1 ä")
     player.process.kill()
     stage.now_playing.wait_for_nothing()
     again = kind(stage)
-    stage.now_playing.wait_for(timeout=20, Title="Song 1 ä", PlaybackRate=1)
+    stage.now_playing.wait_for(timeout=30, Title="Song 1 ä", PlaybackRate=1)
     agrees(stage, again)
 
 
 def test_two_at_once(stage):
     first = Mpv(stage)
     ours = stage.now_playing
-    ours.wait_for(timeout=20, Title="Song 1 ä", PlaybackRate=1)
+    ours.wait_for(timeout=30, Title="Song 1 ä", PlaybackRate=1)
     first_process = ours.process
     second = Audacious(stage)
     wait_until(lambda: ours.process not in (0, first_process), 20, "the second is shown", interval=0.1)
-    ours.wait_for(timeout=20, PlaybackRate=1)
+    ours.wait_for(timeout=30, PlaybackRate=1)
     assert ours.command(PLAY_PAUSE)
     ours.wait_for(PlaybackRate=0)
     assert second.ask("PlaybackStatus") == "Paused"
@@ -282,12 +285,12 @@ def test_two_at_once(stage):
 def test_the_bus_restarts(stage):
     Mpv(stage)
     ours = stage.now_playing
-    ours.wait_for(timeout=20, Title="Song 1 ä")
+    ours.wait_for(timeout=30, Title="Song 1 ä")
     stage.bus.kill()
     ours.wait_for_nothing()
     stage.start_bus()
     player = Mpv(stage)
-    ours.wait_for(timeout=20, Title="Song 1 ä", PlaybackRate=1)
+    ours.wait_for(timeout=30, Title="Song 1 ä", PlaybackRate=1)
     agrees(stage, player)
 
 
@@ -301,7 +304,7 @@ class Firefox(Player):
 <script>
 navigator.mediaSession.metadata = new MediaMetadata({
   title: "Song 1 ä", artist: "The Band", album: "An Album", artwork: [{src: "COVER", type: "image/png"}]});
-for (const [action, by] of [["nexttrack", 30], ["previoustrack", -30]])
+for (const [action, by] of [["nexttrack", 120], ["previoustrack", -120]])
   navigator.mediaSession.setActionHandler(action, () => { song.currentTime += by; });
 navigator.mediaSession.setActionHandler("seekto", details => { song.currentTime = details.seekTime; });
 </script>"""
@@ -335,18 +338,18 @@ def test_a_page_in_a_browser_is_shown_and_obeys(stage):
     assert ours.process == player.process.pid
     assert program_of(stage, ours.process) == "firefox-esr"
 
-    def agree():
-        return -0.25 <= ours.info["position"] - player.position() <= 1.25
-
-    wait_until(agree, what="our position is the player's", interval=0.1)
+    agrees(stage, player, ahead=1.25)
     assert ours.command(PLAY_PAUSE)
     ours.wait_for(PlaybackRate=0)
     assert player.ask("PlaybackStatus") == "Paused"
     assert ours.command(PLAY_PAUSE)
     ours.wait_for(PlaybackRate=1)
     assert ours.command(NEXT)
-    wait_until(lambda: player.position() >= 30 and agree(), what="it has skipped", interval=0.1)
+    wait_until(lambda: player.position() >= 120, what="it has skipped")
+    agrees(stage, player, ahead=1.25)
     assert ours.command(PREVIOUS)
-    wait_until(lambda: player.position() < 25 and agree(), what="it has skipped back", interval=0.1)
-    ours.seek(40)
-    wait_until(lambda: player.position() >= 40 and agree(), what="it has moved", interval=0.1)
+    wait_until(lambda: player.position() < 100, what="it has skipped back")
+    agrees(stage, player, ahead=1.25)
+    ours.seek(200)
+    wait_until(lambda: player.position() >= 200, what="it has moved")
+    agrees(stage, player, ahead=1.25)

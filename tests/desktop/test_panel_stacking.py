@@ -136,6 +136,7 @@ def test_a_screen_locker_stays_uncovered(desktop):
     desktop.point_at_notch()
     desktop.point_away()
     app.wait_until_idle()
+    desktop.manager.wait_until_idle()
     wait_until(locked, what="the locker covers the notch again")
     holds_for(
         lambda: desktop.x.pixel(x, 10) == locker.colour

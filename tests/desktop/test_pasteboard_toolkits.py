@@ -31,7 +31,8 @@ def start(desktop, toolkit, *arguments):
 
 def copied(desktop, toolkit, kind):
     """What we have once the program has copied that."""
-    board = Board(desktop)
+    # A toolkit just started may be slow to hand over, on a busy machine.
+    board = Board(desktop, deadline=25_000)
     program = start(desktop, toolkit, "copy", kind)
     wait_until(lambda: "owning" in program.output_lines, 20.0, "the program has copied")
     record = board.wait_for(count=1)

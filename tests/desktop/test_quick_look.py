@@ -4,6 +4,7 @@ import io
 
 import pytest
 from PIL import Image
+from gi.repository import GLib
 
 from harness.clipboard_panel import window_titled
 from harness.copying import CopySource
@@ -40,15 +41,18 @@ class Preview:
         window = self.window
         return window is not None and self.x.focus_id() == window.id
 
-    def go_to_list(self):
-        def is_in_list():
-            tree = self.desktop.accessible(self.app)
-            return any(node.role == "list item" and node.focused for _, node in tree.walk())
+    def has_node(self, fits):
+        """Whether assistive software finds a node which `fits`; not while nodes come and go."""
+        try:
+            return any(fits(node) for _, node in self.desktop.accessible(self.app).walk())
+        except GLib.Error:
+            return False
 
+    def go_to_list(self):
         def reached():
             self.x.press_key("Tab")
             self.app.wait_until_idle(quiet=0.05)
-            return is_in_list()
+            return self.has_node(lambda node: node.role == "list item" and node.focused)
 
         wait_until(reached, 20, "Tab reaches the list")
 
@@ -70,13 +74,12 @@ class Preview:
         wait_until(shown, what=f"the preview shows {colour}")
 
     def is_called(self, name):
-        def named():
-            return any(node.name == name for _, node in self.desktop.accessible(self.app).walk())
+        wait_until(
+            lambda: self.has_node(lambda node: node.name == name), what=f"the preview is called {name}"
+        )
 
-        wait_until(named, what=f"the preview is called {name}")
-
-    def is_clean(self):
-        return not list(self.temporary.glob("Quillbar-QL*"))
+    def wait_until_clean(self):
+        wait_until(lambda: not list(self.temporary.glob("Quillbar-QL*")), what="no file is left")
 
 
 @pytest.fixture
@@ -116,12 +119,16 @@ def copy(desktop, offers, kind):
 def test_space_on_a_row_shows_its_image_and_escape_gives_the_keyboard_back(desktop, panel, preview_of):
     preview = preview_of({"image/png": png(3000, 2000)}, "image")
     preview.shows_colour(RED)
+    wait_until(
+        lambda: desktop.x.stack_index(preview.window) > desktop.x.stack_index(panel.window),
+        what="the preview is above the panel",
+    )
+    # By now it has the size of its picture.
     place = desktop.x.geometry(preview.window)
     width, height = desktop.x.size
     assert place.width <= 0.8 * width and place.height <= 0.8 * height
     assert abs(place.x + place.width / 2 - width / 2) <= 1
     assert abs(place.y + place.height / 2 - height / 2) <= 1
-    assert desktop.x.stack_index(preview.window) > desktop.x.stack_index(panel.window)
     preview.is_called("Preview of Image")
     (folder,) = preview.temporary.glob("Quillbar-QL*")
     (file,) = folder.iterdir()
@@ -131,7 +138,7 @@ def test_space_on_a_row_shows_its_image_and_escape_gives_the_keyboard_back(deskt
     preview.wait_until_closed()
     desktop.x.press_key("Escape")
     panel.wait_until_closed()
-    assert preview.is_clean()
+    preview.wait_until_clean()
 
 
 @every_manager
@@ -164,8 +171,8 @@ def test_a_click_elsewhere_closes_preview_and_panel(desktop, panel, preview_of):
     preview = preview_of({"image/png": png(300, 200)}, "image")
     desktop.x.click(20, desktop.x.size[1] - 20)
     panel.wait_until_closed()
-    assert preview.window is None
-    assert preview.is_clean()
+    wait_until(lambda: preview.window is None, what="the preview is gone too")
+    preview.wait_until_clean()
 
 
 @every_manager

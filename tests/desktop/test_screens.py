@@ -67,6 +67,18 @@ def sway_opens_and_closes(sway_desktop, middle):
     sway_desktop.panel.wait_until_closed()
 
 
+def wait_until_told(sway_desktop, app):
+    """Until the program has heard of the monitors that there are now, and done what it does about them."""
+
+    def is_known():
+        rects = [each["rect"] for each in sway_desktop.outputs().values()]
+        right = max(rect["x"] + rect["width"] for rect in rects)
+        return sway_desktop.x.size == (right, max(rect["y"] + rect["height"] for rect in rects))
+
+    wait_until(is_known, what="XWayland knows the monitors")
+    app.wait_until_idle()
+
+
 def top_centre_of(output):
     rect = output["rect"]
     return Rect(rect["x"] + rect["width"] // 2 - 300, rect["y"], 600, 240)
@@ -75,7 +87,7 @@ def top_centre_of(output):
 @pytest.mark.desktop(pluggable=True)
 def test_a_monitor_is_unplugged_and_plugged_again(sway_desktop):
     second = sway_desktop.plug((1000, 700))
-    sway_desktop.launch()
+    app = sway_desktop.launch()
     wait_for_place(sway_desktop, Rect(340, 0, 600, 240))
     sway_desktop.unplug("WL-1")
     place = top_centre_of(sway_desktop.outputs()[second])
@@ -83,6 +95,7 @@ def test_a_monitor_is_unplugged_and_plugged_again(sway_desktop):
     sway_opens_and_closes(sway_desktop, place.x + 300)
 
     sway_desktop.plug((1280, 800))
+    wait_until_told(sway_desktop, app)
     wait_until(
         lambda: len(sway_desktop.panel.windows()) == 1
         and sway_desktop.panel.geometry in [top_centre_of(each) for each in sway_desktop.outputs().values()],
@@ -105,12 +118,14 @@ def test_a_monitor_is_unplugged_and_plugged_again(sway_desktop):
 
 @pytest.mark.desktop(pluggable=True)
 def test_a_monitor_without_the_panel_comes_and_goes(sway_desktop):
-    sway_desktop.launch()
+    app = sway_desktop.launch()
     for _ in range(2):
         second = sway_desktop.plug((1000, 700))
+        wait_until_told(sway_desktop, app)
         wait_for_place(sway_desktop, Rect(340, 0, 600, 240))
         sway_opens_and_closes(sway_desktop, 640)
         sway_desktop.unplug(second)
+        wait_until_told(sway_desktop, app)
         wait_for_place(sway_desktop, Rect(340, 0, 600, 240))
         sway_opens_and_closes(sway_desktop, 640)
 

@@ -17,13 +17,20 @@ from harness.tray import (
 from harness.waiting import wait_until
 
 
+def icon_at_rest(desktop, bar):
+    """The middle of the icon once the bar, a process, has come to rest: it may move it at first."""
+    wait_for_icon(desktop)
+    bar.wait_until_idle()
+    return wait_for_icon(desktop)
+
+
 # -- a real bar ------------------------------------------------------------------------------------
 
 
 def test_a_real_bar_shows_the_icon_and_tells_left_clicks(desktop, start_item):
     panel = XfcePanel(desktop)
     helper = start_item()
-    x, y = wait_for_icon(desktop)
+    x, y = icon_at_rest(desktop, panel.process)
     desktop.x.click(x, y)
     wait_until(lambda: helper.lines, what="the click is told")
     _, told_x, told_y = helper.lines[0].split()
@@ -34,9 +41,10 @@ def test_a_real_bar_shows_the_icon_and_tells_left_clicks(desktop, start_item):
 def test_a_right_click_on_a_real_bar_gives_the_menu(desktop, start_item):
     panel = XfcePanel(desktop)
     helper = start_item()
-    x, y = wait_for_icon(desktop)
+    x, y = icon_at_rest(desktop, panel.process)
     desktop.x.click(x, y, button=3)
     wait_until(panel.menus, what="the menu shows")
+    wait_until(lambda: keyboard_is_held(desktop), what="the menu has the keyboard")
     desktop.x.press_key("Down")
     desktop.x.press_key("Return")
     helper.wait_for("chosen Pin_Open")
@@ -53,7 +61,7 @@ def test_a_real_bar_restarted_brings_the_icon_back(desktop, start_item):
     panel.process.kill()
     wait_until(lambda: icon_in_bar(desktop) is None, what="the bar is gone")
     panel.start()
-    x, y = wait_for_icon(desktop)
+    x, y = icon_at_rest(desktop, panel.process)
     desktop.x.click(x, y)
     wait_until(lambda: helper.lines, what="the click is told")
 
@@ -80,7 +88,7 @@ def test_a_bar_that_leaves_the_menu_to_us_gets_one_at_its_place(desktop, own_men
     desktop.x.press_key("Down")
     desktop.x.press_key("Return")
     own_menu.wait_for("chosen Quit")
-    assert own_menus(desktop) == []
+    wait_until(lambda: own_menus(desktop) == [], what="the menu has gone")
     assert own_menu.lines == ["chosen Quit"]
 
 
@@ -104,9 +112,9 @@ def test_our_menu_closes_without_a_choice(desktop, own_menu, way):
 
 
 def test_a_click_with_control_is_a_right_click(desktop, start_item):
-    XfcePanel(desktop)
+    panel = XfcePanel(desktop)
     helper = start_item()
-    x, y = wait_for_icon(desktop)
+    x, y = icon_at_rest(desktop, panel.process)
     code = desktop.x._key_code("ctrl")
     xtest.fake_input(desktop.x.connection, X.KeyPress, code)
     desktop.x.click(x, y)
@@ -126,8 +134,8 @@ def test_a_click_with_control_is_a_right_click(desktop, start_item):
 
 def test_an_old_tray_shows_the_icon_and_its_place_is_known(desktop, start_item):
     helper = start_item()
-    start_trayer(desktop)
-    x, y = wait_for_icon(desktop)
+    tray = start_trayer(desktop)
+    x, y = icon_at_rest(desktop, tray)
     desktop.x.click(x, y)
     wait_until(lambda: helper.lines, what="the click is told")
     _, told_x, told_y = helper.lines[0].split()
@@ -136,8 +144,8 @@ def test_an_old_tray_shows_the_icon_and_its_place_is_known(desktop, start_item):
 
 def test_an_old_tray_gives_our_menu_for_a_right_click(desktop, start_item):
     helper = start_item()
-    start_trayer(desktop)
-    x, y = wait_for_icon(desktop)
+    tray = start_trayer(desktop)
+    x, y = icon_at_rest(desktop, tray)
     desktop.x.click(x, y, button=3)
     wait_until(lambda: own_menus(desktop), what="the menu shows")
     wait_until(lambda: keyboard_is_held(desktop), what="the menu has the keyboard")
@@ -149,9 +157,9 @@ def test_an_old_tray_gives_our_menu_for_a_right_click(desktop, start_item):
 
 def test_an_old_tray_tells_the_name_of_the_icon_that_the_pointer_rests_on(desktop, start_item):
     start_item()
-    start_trayer(desktop)
+    tray = start_trayer(desktop)
     desktop.x.move_pointer(300, 300)
-    x, y = wait_for_icon(desktop)
+    x, y = icon_at_rest(desktop, tray)
     assert tool_tips(desktop) == []
     desktop.x.move_pointer(x, y)
     (tip,) = wait_until(lambda: tool_tips(desktop), what="the tool tip shows")
@@ -164,8 +172,8 @@ def test_an_old_tray_tells_the_name_of_the_icon_that_the_pointer_rests_on(deskto
 
 def test_a_press_on_an_old_tray_that_is_released_elsewhere_is_no_click(desktop, start_item):
     helper = start_item()
-    start_trayer(desktop)
-    x, y = wait_for_icon(desktop)
+    tray = start_trayer(desktop)
+    x, y = icon_at_rest(desktop, tray)
     for button in (1, 3):
         desktop.x.drag((x, y), (600, 400), button)
     desktop.x.click(x, y)
@@ -180,8 +188,8 @@ def test_an_old_tray_restarted_brings_the_icon_back(desktop, start_item):
     wait_for_icon(desktop)
     tray.kill()
     wait_until(lambda: icon_in_bar(desktop) is None, what="the tray is gone")
-    start_trayer(desktop)
-    x, y = wait_for_icon(desktop)
+    tray = start_trayer(desktop)
+    x, y = icon_at_rest(desktop, tray)
     desktop.x.click(x, y)
     wait_until(lambda: helper.lines, what="the click is told")
 
@@ -201,7 +209,7 @@ def test_the_icon_is_never_in_both(desktop, start_item):
 @pytest.mark.desktop(bus=False)
 def test_without_a_bus_there_is_still_the_old_tray(desktop, start_item):
     helper = start_item()
-    start_trayer(desktop)
-    x, y = wait_for_icon(desktop)
+    tray = start_trayer(desktop)
+    x, y = icon_at_rest(desktop, tray)
     desktop.x.click(x, y)
     wait_until(lambda: helper.lines, what="the click is told")

@@ -3,6 +3,7 @@
 import numpy
 import pytest
 
+from harness.clock import hurried
 from harness.drawing import BLACK, extent, matches, region_mask
 from harness.waiting import wait_until
 from harness.x11 import Rect
@@ -67,7 +68,8 @@ def test_closed_it_covers_nothing_but_the_notch(desktop):
 @on_each_manager
 def test_the_shape_follows_the_drawing_all_the_way(desktop):
     backdrop = desktop.backdrop()
-    app = desktop.launch()
+    # A slow clock, for enough looks at the animation on a busy machine too.
+    app = desktop.launch(hurried(0.2))
     desktop.point_at_notch()
     opening = follow(desktop, backdrop, OPEN)
     assert len(opening) >= 5, f"too few looks at the animation: {opening}"

@@ -14,6 +14,7 @@ _ACTION = "org.a11y.atspi.Action"
 # Numbers of the protocol's states.
 _CHECKED, _FOCUSED, _SELECTED, _SHOWING = 4, 12, 23, 25
 _EVENTS = "org.a11y.atspi.Event.Object"
+_PATIENCE = 20_000  # milliseconds, for one answer
 _REGISTRY = ("org.a11y.atspi.Registry", "/org/a11y/atspi/accessible/root")
 
 
@@ -29,7 +30,15 @@ class Accessible:
 
     def _call(self, interface, method, arguments=None):
         return self._bus.call_sync(
-            self._name, self._path, interface, method, arguments, None, Gio.DBusCallFlags.NONE, 5000, None
+            self._name,
+            self._path,
+            interface,
+            method,
+            arguments,
+            None,
+            Gio.DBusCallFlags.NONE,
+            _PATIENCE,
+            None,
         ).unpack()
 
     def _get(self, interface, name):
@@ -107,7 +116,7 @@ class Accessible:
             GLib.Variant("(s)", ("object:state-changed:selected",)),
             None,
             Gio.DBusCallFlags.NONE,
-            5000,
+            _PATIENCE,
             None,
         )
 
@@ -143,7 +152,7 @@ class Accessible:
         return "\n".join(f"{'  ' * depth}{node.role}: {node.name!r}" for depth, node in self.walk())
 
 
-def program_tree(session_bus_address, pid, timeout=10.0):
+def program_tree(session_bus_address, pid, timeout=30.0):
     """The root node of the program with process id `pid`."""
     session = connect_bus(session_bus_address)
     address = session.call_sync(
@@ -154,7 +163,7 @@ def program_tree(session_bus_address, pid, timeout=10.0):
         None,
         None,
         Gio.DBusCallFlags.NONE,
-        5000,
+        _PATIENCE,
         None,
     ).unpack()[0]
     bus = connect_bus(address)
@@ -170,7 +179,7 @@ def program_tree(session_bus_address, pid, timeout=10.0):
                     GLib.Variant("(s)", (program._name,)),
                     None,
                     Gio.DBusCallFlags.NONE,
-                    5000,
+                    _PATIENCE,
                     None,
                 )
                 if answer.unpack()[0] == pid:

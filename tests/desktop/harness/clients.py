@@ -118,7 +118,7 @@ class Client:
         self.events()
         self.recorded.clear()
 
-    def wait_for(self, kind, timeout=10.0):
+    def wait_for(self, kind, timeout=20.0):
         return wait_until(lambda: self.events(kind), timeout, f"{self.title} gets a {kind} event")
 
     # -- what it asks of the window manager ------------------------------------------------------

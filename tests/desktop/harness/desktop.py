@@ -78,7 +78,7 @@ class Desktop(Session):
                 pass_fds=(write_end,),
             )
             os.close(write_end)
-            if read_line_from(read_end, 15.0, self.xvfb):
+            if read_line_from(read_end, 30.0, self.xvfb):
                 break
         else:
             raise AssertionError(f"no display: {self.xvfb.output}")
@@ -107,19 +107,24 @@ class Desktop(Session):
 
     def _wait_until_managing(self):
         """A manager may announce itself before it serves windows, and lose a request made in
-        between; so a probe window asks until it is managed."""
+        between; so a probe window asks until it is managed, with more patience each time: who asks
+        faster than a busy manager answers never sees the answer."""
         probe = Client(self.x, Rect(0, 100, 40, 40), title="probe", mapped=False)
 
         def managed():
             return probe.window.id in self.x.managed_ids()
 
+        patience = 0.05
+
         def asked():
+            nonlocal patience
             probe.window.unmap()
             probe.window.map()
             probe.connection.sync()
             try:
-                return wait_until(managed, 0.05, "it is managed", interval=0.002)
+                return wait_until(managed, patience, "it is managed", interval=0.002)
             except AssertionError:
+                patience = min(2 * patience, 5.0)
                 return False
 
         wait_until(asked, 30.0, f"{self.manager.name} manages windows")
@@ -144,9 +149,9 @@ class Desktop(Session):
 
         def shown():
             assert app.running, f"the program ended with {app.status}: {app.output}"
-            return self.panel.windows()
+            return self.panel.windows_of(app.pid)
 
-        wait_until(shown, 20.0, "the panel is on the screen")
+        wait_until(shown, 30.0, "the panel is on the screen")
         app.wait_until_idle()
         return app
 
@@ -179,7 +184,7 @@ class Desktop(Session):
             input=text.encode(),
             env=self.env,
             check=True,
-            timeout=10,
+            timeout=30,
             stdout=subprocess.DEVNULL,
             stderr=subprocess.DEVNULL,
         )
@@ -191,14 +196,14 @@ class Desktop(Session):
             ["xclip", "-selection", "clipboard", "-out"],
             env=self.env,
             check=True,
-            timeout=10,
+            timeout=30,
             stdout=subprocess.PIPE,
         ).stdout.decode()
 
     def clipboard_targets(self):
         """What the clipboard's owner offers; nothing where there is none."""
         command = ["xclip", "-selection", "clipboard", "-out", "-target", "TARGETS"]
-        answer = subprocess.run(command, env=self.env, timeout=10, capture_output=True)
+        answer = subprocess.run(command, env=self.env, timeout=30, capture_output=True)
         return answer.stdout.decode().split()
 
     def accessible(self, app):

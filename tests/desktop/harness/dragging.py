@@ -17,6 +17,7 @@ class DragSource(Client):
         self.target = None
         self.accepted = False
         self.finished = None  # None until the target says; then whether it took the drop
+        self._told = None  # the place that the target knows
         self._awaiting_status = False
 
     # -- the hand ----------------------------------------------------------------------------
@@ -64,6 +65,7 @@ class DragSource(Client):
                 self._send("XdndEnter", 5 << 24 | (len(types) > 3), *(types + [0, 0, 0])[:3])
         if self.target is not None and not self._awaiting_status:
             self._awaiting_status = True
+            self._told = place
             self._send(
                 "XdndPosition", 0, place[0] << 16 | place[1], X.CurrentTime, self.x.atom("XdndActionCopy")
             )
@@ -93,8 +95,11 @@ class DragSource(Client):
     # -- the protocol --------------------------------------------------------------------------
 
     def _settled(self):
+        """Whether the target has answered for the present place; it is told when it has been slow before."""
         self.events()
-        return not self._awaiting_status
+        if not self._awaiting_status and self._told != self.x.pointer():
+            self.tell_target()
+        return self.target is None or not self._awaiting_status
 
     def _has_finished(self):
         self.events()

@@ -11,18 +11,30 @@ _TICKS = os.sysconf("SC_CLK_TCK")
 class Figures:
     """For a class with a `pid`."""
 
-    def wait_until_idle(self, quiet=0.15, timeout=15.0):
-        """Wait until the process has slept through `quiet` seconds: it has digested all events."""
+    def wait_until_idle(self, quiet=0.15, timeout=30.0):
+        """Wait until the process has slept through `quiet` seconds: it has digested all events. One that
+        only waits for a processor of a busy machine doesn't sleep."""
         last, since = self.context_switches(), time.monotonic()
 
         def rested():
             nonlocal last, since
             now = self.context_switches()
-            if now != last:
+            if now != last or not self._sleeps():
                 last, since = now, time.monotonic()
             return time.monotonic() - since >= quiet
 
         wait_until(rested, timeout, f"process {self.pid} comes to rest", interval=0.01)
+
+    def _sleeps(self):
+        for thread in self._threads():
+            try:
+                with open(f"/proc/{self.pid}/task/{thread}/stat", encoding="utf-8") as stream:
+                    state = stream.read().rpartition(")")[2].split()[0]
+            except (FileNotFoundError, ProcessLookupError):
+                continue
+            if state in "RD":  # it could run, or waits for the disk
+                return False
+        return True
 
     def cpu_seconds(self):
         """User and system time of all threads, in seconds (resolution 10 ms)."""

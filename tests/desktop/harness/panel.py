@@ -21,13 +21,17 @@ class Panel:
             or self._x.text_property(window, "_NET_WM_NAME") == self.TITLE
         ]
 
+    def windows_of(self, pid):
+        """Those of that process: one that has just been killed may have left its own."""
+        return [each for each in self.windows() if list(self._x.property(each, "_NET_WM_PID") or []) == [pid]]
+
     @property
     def window(self):
         windows = self.windows()
         assert len(windows) == 1, f"{len(windows)} panel windows instead of one"
         return windows[0]
 
-    def wait_until_shown(self, timeout=15.0):
+    def wait_until_shown(self, timeout=30.0):
         wait_until(self.windows, timeout, "the panel is on the screen")
         return self
 

@@ -74,8 +74,9 @@ class Board:
 
     def put_in_front(self, name):
         """Have that program in front, as far as our clipboard is told."""
+        before = len(self.lines)
         self.say(f"front {name}")
-        wait_until(lambda: self.lines and self.lines[-1] == {"front": name}, 30.0, f"{name} is in front")
+        wait_until(lambda: {"front": name} in self.lines[before:], 30.0, f"{name} is in front")
 
     def gap(self):
         """The longest "gap" between two turns of the main thread since the last call, and the longest "work"

@@ -6,6 +6,7 @@ import pathlib
 import subprocess
 import sys
 import threading
+import time
 
 from .helper import Helper
 from .waiting import wait_until
@@ -13,6 +14,26 @@ from .waiting import wait_until
 _FAKE = pathlib.Path(__file__).parents[2] / "helpers" / "fake_player.py"
 
 PLAY_PAUSE, NEXT, PREVIOUS = 2, 4, 5
+
+
+class RunsFrom:
+    """A position that was at `start` seconds at some moment within the `with` block, and runs since then."""
+
+    def __init__(self, start):
+        self._start = start
+
+    def __enter__(self):
+        self._first = time.monotonic()
+        return self
+
+    def __exit__(self, *unused):
+        self._last = time.monotonic()
+
+    def earliest(self, moment):
+        return self._start + moment - self._last
+
+    def latest(self, moment):
+        return self._start + moment - self._first
 
 
 class NowPlaying(Helper):
@@ -45,7 +66,7 @@ class NowPlaying(Helper):
     def seek(self, seconds):
         self.question(f"seek {seconds}")
 
-    def wait_for(self, timeout=10.0, **wanted):
+    def wait_for(self, timeout=30.0, **wanted):
         """Until the information has these values; that information."""
 
         def fitting():
@@ -54,14 +75,15 @@ class NowPlaying(Helper):
 
         return wait_until(fitting, timeout, f"{wanted} plays, not {self.info}", interval=0.05)
 
-    def wait_for_position(self, wanted, within=0.25, timeout=10.0, **others):
-        """Until the position is near the number that `wanted`, a number or a function, gives."""
+    def wait_for_position(self, wanted, within=0.25, timeout=30.0, **others):
+        """Until the position is near `wanted`, a number or a RunsFrom."""
 
         def near():
-            goal = wanted() if callable(wanted) else wanted
+            earliest = wanted.earliest(time.monotonic()) if isinstance(wanted, RunsFrom) else wanted
             info = self.info
+            latest = wanted.latest(time.monotonic()) if isinstance(wanted, RunsFrom) else wanted
             fits = all(info.get(key) == value for key, value in others.items())
-            return fits and abs(info.get("position", -1e9) - goal) <= within
+            return fits and earliest - within <= info.get("position", -1e9) <= latest + within
 
         return wait_until(near, timeout, f"the position is right: {self.info}", interval=0.05)
 
@@ -142,7 +164,7 @@ class FakePlayer:
 
     def quit(self):
         self._popen.stdin.close()
-        self._popen.wait(timeout=10)
+        self._popen.wait(timeout=30)
 
 
 def track(title="Song", **others):

@@ -67,12 +67,12 @@ class Process(Figures):
     def send(self, signum):
         self._popen.send_signal(signum)
 
-    def wait(self, timeout=10.0):
+    def wait(self, timeout=30.0):
         """Wait for the end and return the exit status."""
         wait_until(lambda: not self.running, timeout, f"{self.name} has ended")
         return self.status
 
-    def end(self, seconds=2.0):
+    def end(self, seconds=10.0):
         """Ask it to end and so to clear away its sockets and locks; `kill` if it doesn't."""
         if self.running:
             self.send(signal.SIGTERM)
@@ -88,7 +88,7 @@ class Process(Figures):
                 os.killpg(self.pid, signal.SIGKILL)
             except ProcessLookupError:
                 pass
-            self._popen.wait(timeout=10)
+            self._popen.wait(timeout=30)
 
 
 def read_line_from(fd, timeout, process):

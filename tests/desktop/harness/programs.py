@@ -4,7 +4,7 @@ import json
 import shlex
 import time
 
-from Xlib import X
+from Xlib import X, error
 
 from .waiting import wait_until
 
@@ -139,7 +139,10 @@ class Browser(Program):
         self.top = wait_until(lambda: self._page_top(corner), 60.0, "the page is shown")
 
     def _page_top(self, colour):
-        picture = self.desktop.x.screenshot(self.place).convert("RGB")
+        try:
+            picture = self.desktop.x.screenshot(self.place)
+        except error.XError:  # it is on its way to its place, in part off the screen
+            return None
         return next((y for y in range(picture.height) if picture.getpixel((2, y)) == colour), None)
 
     def click(self, x, y, button=1):
@@ -159,7 +162,8 @@ class Browser(Program):
                 return False
 
         wait_until(is_open, 40.0, what="the menu is open")
-        self.press(key)
+        # It is on the screen before it hears keys. One that hears it closes.
+        self.do_until(lambda: self.press(key), lambda: not self._shown() - before, "the entry is chosen")
 
     def _shown(self):
         return {window.id for window in self.desktop.x.windows_of_class("firefox-esr")}

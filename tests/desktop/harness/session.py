@@ -108,7 +108,7 @@ class Session:
             pass_fds=(write_end,),
         )
         os.close(write_end)
-        assert read_line_from(read_end, 10.0, self.bus), f"no session bus: {self.bus.output}"
+        assert read_line_from(read_end, 30.0, self.bus), f"no session bus: {self.bus.output}"
         self.env["DBUS_SESSION_BUS_ADDRESS"] = f"unix:path={self.runtime}/bus"
 
     # -- the program -----------------------------------------------------------------------

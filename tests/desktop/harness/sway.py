@@ -121,7 +121,10 @@ class SwayDesktop(Session):
                 self._stage.command(f"{criteria} resize set {size[0]} px {size[1]} px, move position 0 0")
             except AssertionError:  # its window isn't there yet
                 return False
-            rect = self.outputs()[name]["rect"]
+            output = self.outputs().get(name)
+            if output is None:  # not active yet
+                return False
+            rect = output["rect"]
             return (rect["width"], rect["height"]) == tuple(size)
 
         wait_until(asked, what=f"{name} is {size[0]} x {size[1]}", interval=0.03)
@@ -133,9 +136,9 @@ class SwayDesktop(Session):
 
         def shown():
             assert app.running, f"the program ended with {app.status}: {app.output}"
-            return self.panel.windows()
+            return self.panel.windows_of(app.pid)
 
-        wait_until(shown, 20.0, "the panel is on the screen")
+        wait_until(shown, 30.0, "the panel is on the screen")
         app.wait_until_idle()
         return app
 

@@ -25,7 +25,7 @@ class VirtualPointer:
 
     def __init__(self, path, user=None):
         self._socket = socket.socket(socket.AF_UNIX)
-        self._socket.settimeout(10)
+        self._socket.settimeout(30)
         self._received = b""
         if user is not None:
             os.seteuid(user.pw_uid)
