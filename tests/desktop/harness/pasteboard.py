@@ -1,9 +1,11 @@
 """Programs at the two ends of a copy: ours on the clipboard, others that copy, and one that pastes by hand."""
 
 import base64
+import contextlib
 import json
 import os
 import pathlib
+import signal
 
 from Xlib import X
 
@@ -201,3 +203,18 @@ class Requestor:
 
     def close(self):
         self.connection.close()
+
+
+@contextlib.contextmanager
+def held_up(owner):
+    """The owner does nothing meanwhile, its answer that is to come late neither."""
+    owner.process.send(signal.SIGSTOP)
+    yield
+    owner.process.send(signal.SIGCONT)
+
+
+def is_still_recording(desktop, board):
+    """The next honest copy is recorded."""
+    desktop.copy_text("an honest copy")
+    board.wait_for(text="an honest copy")
+    assert board.records[-1]["text"] == "an honest copy"
