@@ -108,11 +108,13 @@ class XfcePanel:
 
 def _own_windows(desktop, *, are_tool_tips):
     kind = desktop.x.atom("_NET_WM_WINDOW_TYPE_TOOLTIP")
-    return [
-        each
-        for each in desktop.x.windows_of_class("quillbar_statusitem")
-        if (kind in (desktop.x.property(each, "_NET_WM_WINDOW_TYPE") or [])) == are_tool_tips
-    ]
+
+    def fits(window):
+        # One that has just gone has none, and is neither.
+        types = desktop.x.property(window, "_NET_WM_WINDOW_TYPE")
+        return types is not None and (kind in types) == are_tool_tips
+
+    return [each for each in desktop.x.windows_of_class("quillbar_statusitem") if fits(each)]
 
 
 def own_menus(desktop):

@@ -123,6 +123,9 @@ class XDisplay:
         self.move_pointer(*start)
         self.press_button(button)
         self.glide_pointer(*end)
+        # A manager may hold the pointer until it has looked at the press, and the server forgets meanwhile
+        # where a release was.
+        wait_until(lambda: self.pointer() == tuple(end), what="the pointer is there")
         self.release_button(button)
 
     def press_key(self, chord):
